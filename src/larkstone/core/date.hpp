@@ -1,0 +1,42 @@
+#pragma once
+
+// A point in time as the event file counts it.
+
+#include <cstdint>
+#include <string>
+
+#include "larkstone/core/types.hpp"
+
+namespace larkstone {
+
+/// Days since midnight of 30 December 1899; the fraction is the time of day. Before that day the
+/// whole part counts down and the fraction still counts up from midnight (-1.25 is 29 December
+/// 1899, 6:00). Day 0 stands for a date that is not set.
+struct Date {
+  double day = 0;
+
+  friend bool operator==(Date a, Date b) { return a.day == b.day; }
+};
+
+struct CalendarDate {
+  int year = 1899;
+  int month = 12;  ///< 1 to 12
+  int day = 30;    ///< 1 to 31
+
+  friend bool operator==(const CalendarDate&, const CalendarDate&) = default;
+};
+
+/// The date of a calendar day and a time of day in hundredths of a second. Day 0 for a day that
+/// does not exist or a year outside 1 .. 9999.
+Date dateOf(const CalendarDate& calendar, Time timeOfDay = 0);
+
+/// The calendar day; 30 December 1899 for a number that is no date of the years 1 .. 9999.
+CalendarDate calendarOf(Date date);
+
+/// The time of day, rounded to hundredths of a second; 0 for a number that is no date.
+Time timeOfDay(Date date);
+
+/// "YYYY-MM-DD", or "YYYY-MM-DDThh:mm:ss" when the date has a time of day.
+std::string toIsoText(Date date);
+
+}  // namespace larkstone

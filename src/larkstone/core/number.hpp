@@ -1,0 +1,40 @@
+#pragma once
+
+// Rounding and the reading of numbers from text, the same for every part of the library.
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace larkstone {
+
+/// The nearest integer, halves to the even neighbour; beyond 32 bits the nearest limit, 0 for NaN.
+std::int32_t roundHalfEven(double value);
+
+/// The decimal number that a text begins with, after leading blanks: sign, digits, one full stop,
+/// digits. 0 when there is none. Reading stops at the first character that cannot go on.
+double leadingNumber(std::string_view text);
+
+/// The same, truncated towards zero and kept within 32 bits.
+std::int32_t leadingInteger(std::string_view text);
+
+/// The value of a text that is a decimal number and nothing else (blanks around it are ignored; a
+/// decimal comma counts as a full stop). Nothing for any other text.
+std::optional<double> wholeNumber(std::string_view text);
+
+/// A length or rank as result lists write it: commas and colons count as full stops, apostrophes
+/// and quotes are dropped, every full stop after the first only joins digits ("1.2.5" is 1.25).
+/// `otherwise` for text that is not numeric.
+double textToNumber(std::string_view text, double otherwise = 0);
+
+/// Keeps a value within the range of a narrower integer.
+template <class T>
+constexpr T saturated(std::int64_t value) {
+  constexpr auto low =
+      static_cast<std::int64_t>(static_cast<T>(-1) > 0 ? 0 : -(1LL << (sizeof(T) * 8 - 1)));
+  constexpr auto high = static_cast<std::int64_t>(
+      static_cast<T>(-1) > 0 ? (1LL << (sizeof(T) * 8)) - 1 : (1LL << (sizeof(T) * 8 - 1)) - 1);
+  return static_cast<T>(value < low ? low : value > high ? high : value);
+}
+
+}  // namespace larkstone

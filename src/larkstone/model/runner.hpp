@@ -1,0 +1,269 @@
+#pragma once
+
+// One competitor: who, for which club, the punches of the run, and what an analysis found.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "larkstone/core/date.hpp"
+#include "larkstone/core/enums.hpp"
+#include "larkstone/core/property.hpp"
+#include "larkstone/core/types.hpp"
+#include "larkstone/geometry/codes.hpp"
+#include "larkstone/geometry/legs.hpp"
+#include "larkstone/geometry/punches.hpp"
+
+namespace larkstone {
+
+/// A competitor's record. Every descriptive property has a flag that tells whether it is known:
+/// writing `club("OK Syd")` sets `clubSet()`, `clubSet(false)` withdraws the value.
+///
+/// The analysis works on clones that a course holds (LRKCourse::runner()); the values by leg are
+/// there only for those. Legs count from 0, and initializeTimes() sizes their tables: call it after
+/// the legs changed and before any value by leg is read or written.
+///
+///     LRKRunner runner;
+///     runner.name("Åsa Öberg");
+///     runner.startTime(0);
+///     runner.punches().add(6000, 31);
+///     runner.finishTime(30000);
+class LRKRunner {
+ public:
+#define LRK_PROPERTY(name, flag, type, tag) LRK_DECLARE_PROPERTY(name, flag, type)
+#define LRK_PROPERTY_STORED(name, flag, type, tag) \
+  LRK_DECLARE_WRITER(name, type)                   \
+  LRK_DECLARE_FLAG(name, flag)
+#define LRK_PROPERTY_UNSAVED(name, flag, type) LRK_DECLARE_PROPERTY(name, flag, type)
+#define LRK_VALUE(name, type, tag) LRK_DECLARE_VALUE(name, type)
+#define LRK_RECORD(tag)
+#include "larkstone/model/runner_properties.def"
+
+  /// First and last name when either is set, else the stored name.
+  std::string name() const;
+  /// The stored name, whatever the parts of the name say.
+  const std::string& storedName() const { return name_.value; }
+  /// The first letter of the name and of every part behind "-", a blank, "." or "(".
+  std::string nameInitials() const;
+
+  /// The position in the event, in display order; -1 when the runner is in no event.
+  int categoryIndex() const { return categoryIndex_; }
+  void categoryIndex(int index) { categoryIndex_ = index; }
+  /// The runner's number in the category, never used twice there; -1 when in no category.
+  int runnerIndex() const { return runnerIndex_; }
+  void runnerIndex(int index) { runnerIndex_ = index; }
+  /// Written by the category that holds the runner.
+  const std::string& categoryName() const { return categoryName_; }
+  void categoryName(std::string name) { categoryName_ = std::move(name); }
+  /// Whether totals count although the runner is disqualified or a punch is missing.
+  bool qualifyEvenIfDisqualified() const { return qualifyEvenIfDisqualified_; }
+  void qualifyEvenIfDisqualified(bool qualify) { qualifyEvenIfDisqualified_ = qualify; }
+
+  LRKPunches& punches() { return punches_; }
+  const LRKPunches& punches() const { return punches_; }
+  void punches(LRKPunches punches) { punches_ = std::move(punches); }
+  /// Punches that do not belong to the course.
+  LRKPunches& extraPunches() { return extraPunches_; }
+  const LRKPunches& extraPunches() const { return extraPunches_; }
+  void extraPunches(LRKPunches punches) { extraPunches_ = std::move(punches); }
+  LRKLegs& legs() { return legs_; }
+  const LRKLegs& legs() const { return legs_; }
+  void legs(LRKLegs legs) { legs_ = std::move(legs); }
+
+  /// The time of the start punch, 0 without one. Writing adds the start punch, or moves it together
+  /// with all others.
+  Time startTime() const { return punches_.startExists() ? punches_.time(0) : 0; }
+  void startTime(Time time) { punches_.add(time, LRK_START_CODE); }
+  /// The time of the finish punch, 0 without one. Writing adds or replaces it.
+  Time finishTime() const {
+    return punches_.finishExists() ? punches_.time(punches_.count() - 1) : 0;
+  }
+  void finishTime(Time time) { punches_.add(time, LRK_FINISH_CODE); }
+  /// The first and the last code; 0 without punches.
+  Code startControlCode() const { return punches_.count() == 0 ? Code{0} : punches_.code(0); }
+  Code finishControlCode() const {
+    return punches_.count() == 0 ? Code{0} : punches_.code(punches_.count() - 1);
+  }
+  /// Finish less start for a runner with status OK; 0 without a start or finish punch, else
+  /// LRK_NO_TIME.
+  Time resultTime() const;
+
+  /// The time of a leg in the style; LRK_NO_TIME where there is none.
+  Time time(int legNo, enmLegStyle style) const;
+  bool timeIsEstimated(int legNo, enmLegStyle style) const;
+  bool isTimeDisq(int legNo, enmLegStyle style) const { return isDisq(time(legNo, style)); }
+
+  /// Time lost: on the leg alone (elstLeg) or from the start to its end (the total styles). Writing
+  /// a total changes that leg's stored value only, writing a leg's own loss shifts all later ones.
+  Time timeLoss(int legNo, enmLegStyle style) const;
+  void timeLoss(int legNo, enmLegStyle style, Time loss);
+
+  /// Results by leg as the analysis stored them.
+  int place(int legNo, enmLegStyle style) const { return leg(legNo).place[style]; }
+  void place(int legNo, enmLegStyle style, int place) {
+    leg(legNo).place[style] = static_cast<std::int16_t>(place);
+  }
+  /// Styles elstLeg and elstTotal; 0 for others.
+  float performanceIndex(int legNo, enmLegStyle style) const {
+    return style <= elstTotal ? leg(legNo).performanceIndex[style] : 0.0F;
+  }
+  void performanceIndex(int legNo, enmLegStyle style, float index) {
+    if (style <= elstTotal) leg(legNo).performanceIndex[style] = index;
+  }
+  /// Time gained by following: accumulated to the end of the leg (elstTotal) or on the leg alone,
+  /// the difference of two totals. Only totals can be written.
+  Time followingBenefitTime(int legNo, enmLegStyle style) const;
+  void followingBenefitTime(int legNo, enmLegStyle style, Time benefit) {
+    if (style == elstTotal) leg(legNo).followingBenefit = benefit;
+  }
+  float followingIndex(int legNo) const { return leg(legNo).followingIndex; }
+  void followingIndex(int legNo, float index) { leg(legNo).followingIndex = index; }
+  float pullIndex(int legNo) const { return leg(legNo).pullIndex; }
+  void pullIndex(int legNo, float index) { leg(legNo).pullIndex = index; }
+
+  /// Whom the runner followed and pulled on a leg: positions in the course, each with a value.
+  int noOfFollowedRunners(int legNo) const { return count(followed_, legNo); }
+  void noOfFollowedRunners(int legNo, int count) { resize(followed_, legNo, count); }
+  int followedRunnerIndex(int legNo, int k) const { return partner(followed_, legNo, k).runner; }
+  void followedRunnerIndex(int legNo, int k, int runner) {
+    partner(followed_, legNo, k).runner = static_cast<std::int16_t>(runner);
+  }
+  float followedRunnerIndexValue(int legNo, int k) const {
+    return partner(followed_, legNo, k).value;
+  }
+  void followedRunnerIndexValue(int legNo, int k, float value) {
+    partner(followed_, legNo, k).value = value;
+  }
+  int noOfPulledRunners(int legNo) const { return count(pulled_, legNo); }
+  void noOfPulledRunners(int legNo, int count) { resize(pulled_, legNo, count); }
+  int pulledRunnerIndex(int legNo, int k) const { return partner(pulled_, legNo, k).runner; }
+  void pulledRunnerIndex(int legNo, int k, int runner) {
+    partner(pulled_, legNo, k).runner = static_cast<std::int16_t>(runner);
+  }
+  float pulledRunnerIndexValue(int legNo, int k) const { return partner(pulled_, legNo, k).value; }
+  void pulledRunnerIndexValue(int legNo, int k, float value) {
+    partner(pulled_, legNo, k).value = value;
+  }
+
+  /// Results of the whole course as the analysis stored them.
+#define LRK_RESULT(name, type)          \
+  type name() const { return name##_; } \
+  void name(type value) { name##_ = value; }
+  LRK_RESULT(courseTime, Time)
+  LRK_RESULT(coursePlace, int)
+  LRK_RESULT(coursePerformanceIndex, float)
+  LRK_RESULT(coursePerformanceIndexWithoutTimeLoss, float)
+  LRK_RESULT(courseFollowingIndex, float)
+  LRK_RESULT(coursePullIndex, float)
+  LRK_RESULT(noOfTimeLossLegs, int)
+  LRK_RESULT(coursePercentualTimeLoss, float)  ///< 0 where it is not set
+  /// How the runner was placed on the course.
+  LRK_RESULT(requiredLegsValueUsed, enmRequiredLegs)
+  LRK_RESULT(rearrangementValueUsed, bool)
+  LRK_RESULT(mergingValueUsed, bool)
+#undef LRK_RESULT
+
+  /// Works out the time tables from the legs: passing times, totals (a control without a time is
+  /// bridged when the legs around it are one run of punches), and up to which leg the runner
+  /// qualifies. With onlyQualifyIfStatusIsOK a runner with all times but a failing status does not
+  /// qualify at all. Results of legs are kept.
+  void initializeTimes(bool onlyQualifyIfStatusIsOK);
+  /// Takes the time loss out of the time tables and clears it.
+  void subtractTimeLoss();
+  /// Rebuilds the punches so that they follow the codes of a course: what does not fit becomes an
+  /// extra punch, a missing control a punch without time (and an OK runner disqualified).
+  void transformPunches(const LRKCodes& templateCodes);
+
+  /// A runner with the same properties, punches and legs (see LRKLegs::clone()) but without the
+  /// tables by leg and the results of an analysis.
+  LRKRunner clone() const;
+
+  /// The property stored under a runner tag. The punch tags give the number of punches.
+  TagValue getPropertyByTag(enmFileTag tag, bool& isSet) const;
+  /// Stores a value under a tag. Changes nothing for a value that cannot be converted.
+  void setPropertyByTag(enmFileTag tag, const TagValue& value, bool setValue);
+
+  /// Hands every row of the property table to visit(row), in file order.
+  template <class Visit>
+  static void forEachRow(Visit&& visit) {
+#define LRK_PROPERTY(name, flag, type, tag) \
+  visit(PropertyRow<LRKRunner, type>{#name, tag, true, &LRKRunner::name##_});
+#define LRK_PROPERTY_STORED(name, flag, type, tag) LRK_PROPERTY(name, flag, type, tag)
+#define LRK_PROPERTY_UNSAVED(name, flag, type) \
+  visit(PropertyRow<LRKRunner, type>{#name, etagLRKFileVersion, false, &LRKRunner::name##_});
+#define LRK_VALUE(name, type, tag) \
+  visit(ValueRow<LRKRunner, type>{#name, tag, &LRKRunner::name##_});
+#define LRK_RECORD(tag) visit(RecordRow{tag});
+#include "larkstone/model/runner_properties.def"
+  }
+
+ private:
+  struct LegTable {
+    Time begin = 0;  // passing times and total
+    Time end = 0;
+    Time total = 0;
+    Time timeLoss = 0;  // accumulated
+    Time followingBenefit = 0;
+    float performanceIndex[2] = {};
+    float followingIndex = 0;
+    float pullIndex = 0;
+    std::int16_t place[LRK_LEG_STYLES] = {};
+  };
+  struct Partner {
+    std::int16_t runner = 0;
+    float value = 0;
+  };
+  using Partners = std::vector<std::vector<Partner>>;
+
+  LegTable& leg(int legNo) { return table_[static_cast<std::size_t>(legNo)]; }
+  const LegTable& leg(int legNo) const { return table_[static_cast<std::size_t>(legNo)]; }
+
+  static int count(const Partners& partners, int legNo) {
+    const auto at = static_cast<std::size_t>(legNo);
+    return at < partners.size() ? static_cast<int>(partners[at].size()) : 0;
+  }
+  void resize(Partners& partners, int legNo, int count) const;
+  static const Partner& partner(const Partners& partners, int legNo, int k) {
+    return partners[static_cast<std::size_t>(legNo)][static_cast<std::size_t>(k)];
+  }
+  static Partner& partner(Partners& partners, int legNo, int k) {
+    return partners[static_cast<std::size_t>(legNo)][static_cast<std::size_t>(k)];
+  }
+
+  bool gapCanBeBridged(int firstLeg, int lastLeg) const;
+  void computeTotals();
+
+#define LRK_PROPERTY(name, flag, type, tag) Property<type> name##_;
+#define LRK_PROPERTY_STORED(name, flag, type, tag) Property<type> name##_;
+#define LRK_PROPERTY_UNSAVED(name, flag, type) Property<type> name##_;
+#define LRK_VALUE(name, type, tag) type name##_ = estaUnknown;
+#define LRK_RECORD(tag)
+#include "larkstone/model/runner_properties.def"
+
+  int categoryIndex_ = -1;
+  int runnerIndex_ = -1;
+  std::string categoryName_;
+  bool qualifyEvenIfDisqualified_ = false;
+  LRKPunches punches_;
+  LRKPunches extraPunches_;
+  LRKLegs legs_;
+
+  std::vector<LegTable> table_;
+  Partners followed_;  // sized only once a partner is stored
+  Partners pulled_;
+  int lastQualifiedLeg_ = -1;
+
+  Time courseTime_ = 0;
+  int coursePlace_ = 0;
+  float coursePerformanceIndex_ = 0;
+  float coursePerformanceIndexWithoutTimeLoss_ = 0;
+  float courseFollowingIndex_ = 0;
+  float coursePullIndex_ = 0;
+  int noOfTimeLossLegs_ = 0;
+  float coursePercentualTimeLoss_ = 0;
+  enmRequiredLegs requiredLegsValueUsed_ = erqlExactlyAll;
+  bool rearrangementValueUsed_ = false;
+  bool mergingValueUsed_ = false;
+};
+
+}  // namespace larkstone

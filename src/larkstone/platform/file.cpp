@@ -1,0 +1,203 @@
+#include "larkstone/platform/file.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace larkstone {
+
+namespace {
+
+constexpr std::size_t largestRead = std::size_t{1} << 30;
+
+struct Freed {
+  void operator()(char* text) const { std::free(text); }
+};
+
+// The file behind symbolic links, so that replacing it does not replace a link.
+std::string resolved(const std::string& path) {
+  const std::unique_ptr<char, Freed> real(::realpath(path.c_str(), nullptr));
+  return real ? real.get() : path;
+}
+
+std::string folderOf(const std::string& path) {
+  const auto slash = path.rfind('/');
+  return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+}
+
+// The permissions that a file of this name has, or that a new one would get.
+mode_t permissionsFor(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) return status.st_mode & 07777;
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666 & ~mask;
+}
+
+int openHandle(const std::string& path, int flags, mode_t mode = 0) {
+  int handle = -1;
+  do {
+    handle = ::open(path.c_str(), flags | O_CLOEXEC, mode);
+  } while (handle < 0 && errno == EINTR);
+  return handle;
+}
+
+}  // namespace
+
+std::string nativePath(std::string_view path) {
+  std::string native(path);
+  std::replace(native.begin(), native.end(), '\\', '/');
+  return native;
+}
+
+std::string_view fileNameOfPath(std::string_view path) {
+  const auto separator = path.find_last_of("/\\");
+  return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+bool fileExists(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0;
+}
+
+bool removeFile(const std::string& path) { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
+
+bool isReadOnlyFile(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) == 0;
+}
+
+bool readFile(const std::string& path, std::string& bytes) {
+  bytes.clear();
+  const File file(path, File::Mode::read);
+  struct stat status {};
+  if (!file.isOpen() || ::stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
+  // The size is a hint: a pipe has none, and a file may grow while it is read.
+  std::int64_t chunk = std::max<std::int64_t>(file.size(), 65536);
+  for (;;) {
+    std::string next = file.readAt(static_cast<std::int64_t>(bytes.size()), chunk);
+    if (next.empty()) return true;
+    bytes = bytes.empty() ? std::move(next) : bytes + next;
+    chunk = 65536;
+  }
+}
+
+bool renameFile(const std::string& from, const std::string& to) {
+  return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+std::string freshFileName(const std::string& folder) {
+  constexpr std::string_view letters = "0123456789abcdefghijklmnopqrstuvwxyz";
+  std::random_device random;
+  for (;;) {
+    std::string name = folder + "lrk";
+    for (int i = 0; i < 12; ++i) name += letters[random() % letters.size()];
+    name += ".tmp";
+    if (!fileExists(name)) return name;
+  }
+}
+
+File::File(const std::string& path, Mode mode) {
+  switch (mode) {
+    case Mode::read:
+      handle_ = openHandle(path, O_RDONLY);
+      break;
+    case Mode::readWrite:
+      handle_ = openHandle(path, O_RDWR);
+      break;
+    case Mode::create:
+      handle_ = openHandle(path, O_RDWR | O_CREAT | O_EXCL, 0600);
+      break;
+  }
+}
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+
+File& File::operator=(File&& other) noexcept {
+  std::swap(handle_, other.handle_);
+  return *this;
+}
+
+std::int64_t File::size() const {
+  struct stat status {};
+  return isOpen() && ::fstat(handle_, &status) == 0 ? status.st_size : 0;
+}
+
+std::string File::readAt(std::int64_t position, std::int64_t length) const {
+  std::string bytes;
+  if (!isOpen() || position < 0 || length <= 0) return bytes;
+  bytes.resize(static_cast<std::size_t>(length));
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const std::size_t want = std::min(bytes.size() - done, largestRead);
+    ssize_t got =
+        ::pread(handle_, bytes.data() + done, want, position + static_cast<std::int64_t>(done));
+    if (got < 0 && errno == ESPIPE) got = ::read(handle_, bytes.data() + done, want);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    done += static_cast<std::size_t>(got);
+  }
+  bytes.resize(done);
+  return bytes;
+}
+
+bool File::writeAt(std::int64_t position, std::string_view bytes) {
+  while (!bytes.empty()) {
+    ssize_t put = ::pwrite(handle_, bytes.data(), std::min(bytes.size(), largestRead), position);
+    if (put < 0 && errno == ESPIPE) put = ::write(handle_, bytes.data(), bytes.size());
+    if (put < 0 && errno == EINTR) continue;
+    if (put <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(put));
+    position += put;
+  }
+  return isOpen();
+}
+
+bool File::truncate(std::int64_t size) { return ::ftruncate(handle_, size) == 0; }
+
+bool File::flush() { return ::fsync(handle_) == 0; }
+
+void File::close() {
+  if (isOpen()) ::close(std::exchange(handle_, -1));
+}
+
+WholeFile::WholeFile(const std::string& path) : target_(resolved(path)) {
+  struct stat status {};
+  if (::stat(target_.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+    if (!S_ISDIR(status.st_mode)) file_ = File(target_, File::Mode::readWrite);
+    return;
+  }
+  draft_ = freshFileName(folderOf(target_));
+  file_ = File(draft_, File::Mode::create);
+}
+
+WholeFile::~WholeFile() {
+  if (!draft_.empty() && file_.isOpen()) removeFile(draft_);
+}
+
+bool WholeFile::write(std::string_view bytes) {
+  if (failed_ || !file_.isOpen() || !file_.writeAt(position_, bytes)) failed_ = true;
+  position_ += static_cast<std::int64_t>(bytes.size());
+  return !failed_;
+}
+
+bool WholeFile::commit() {
+  if (failed_ || !file_.isOpen()) return false;
+  if (draft_.empty()) return true;
+  if (::chmod(draft_.c_str(), permissionsFor(target_)) != 0 || !file_.flush() ||
+      !renameFile(draft_, target_)) {
+    return false;
+  }
+  file_.close();
+  return true;
+}
+
+}  // namespace larkstone

@@ -1,0 +1,84 @@
+#pragma once
+
+// Files by bytes: what the library needs from the operating system, in one place.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace larkstone {
+
+/// The form of a path that the system understands; "\" separates folders everywhere.
+std::string nativePath(std::string_view path);
+/// The last component of a path with either separator.
+std::string_view fileNameOfPath(std::string_view path);
+
+bool fileExists(const std::string& path);
+/// True when there is no such file afterwards.
+bool removeFile(const std::string& path);
+/// Whether the owner may not write the file; also true for root then.
+bool isReadOnlyFile(const std::string& path);
+/// Reads a whole file; false (and empty bytes) when it cannot be read.
+bool readFile(const std::string& path, std::string& bytes);
+/// Moves a file over another one in one step.
+bool renameFile(const std::string& from, const std::string& to);
+/// A name in the folder (which ends in a separator) that no file has; random, so that two programs
+/// do not meet.
+std::string freshFileName(const std::string& folder);
+
+/// An open file with random access. Closing is the destructor's work.
+class File {
+ public:
+  enum class Mode {
+    read,
+    readWrite,
+    create,  ///< a new file, readable by the user alone; fails when the name is taken
+  };
+
+  File() = default;
+  File(const std::string& path, Mode mode);
+  ~File() { close(); }
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+
+  bool isOpen() const { return handle_ >= 0; }
+  /// Bytes in the file; 0 for one that is not open.
+  std::int64_t size() const;
+  /// Reads up to `length` bytes at a position; fewer at the end of the file or on a failure.
+  std::string readAt(std::int64_t position, std::int64_t length) const;
+  /// Writes all bytes at a position, or returns false.
+  bool writeAt(std::int64_t position, std::string_view bytes);
+  bool truncate(std::int64_t size);
+  /// Waits until the bytes are on the disk.
+  bool flush();
+  void close();
+
+ private:
+  int handle_ = -1;
+};
+
+/// A file that appears under its name whole or not at all: it is written beside the target and
+/// renamed over it by commit(). Without a commit nothing of it is left. Something that is not a
+/// regular file (a device, a pipe) is written directly.
+class WholeFile {
+ public:
+  explicit WholeFile(const std::string& path);
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+
+  /// Whether the file could be created.
+  bool isOpen() const { return file_.isOpen(); }
+  /// Appends; after a failure commit() fails too.
+  bool write(std::string_view bytes);
+  bool commit();
+
+ private:
+  std::string target_;
+  std::string draft_;  // empty: the target is written directly
+  File file_;
+  std::int64_t position_ = 0;
+  bool failed_ = false;
+};
+
+}  // namespace larkstone
