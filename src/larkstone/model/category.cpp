@@ -5,7 +5,6 @@
 #include <unordered_set>
 
 #include "larkstone/core/text.hpp"
-#include "larkstone/core/time.hpp"
 
 namespace larkstone {
 
@@ -88,10 +87,8 @@ enmTimeAccuracy LRKCategory::getHighestTimeAccuracy(bool onlyCheckResultTimes) c
   enmTimeAccuracy finest = etacHours;
   for (const LRKRunner& runner : runners_) {
     const LRKPunches& punches = runner.punches();
-    for (int i = onlyCheckResultTimes ? std::max(punches.count() - 1, 0) : 0; i < punches.count();
-         ++i) {
-      finest = std::min(finest, getTimeAccuracy(punches.time(i)));
-    }
+    const int first = onlyCheckResultTimes ? std::max(punches.count() - 1, 0) : 0;
+    finest = std::min(finest, punches.highestTimeAccuracy(first));
   }
   return finest;
 }
