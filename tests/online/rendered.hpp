@@ -38,6 +38,33 @@ inline LRKCourse adaAndBo() {
   return calculatedCourse({ada, bo});
 }
 
+/// Every border in a colour of its own, the best leg times white on red.
+inline clsLarkstoneOnlineTable tableOf(LRKCourse& course) {
+  clsLarkstoneOnlineTable table;
+  table.course(&course);
+  table.caption("place", "Pl");
+  table.caption("name", "Name");
+  table.caption("club", "Club");
+  table.caption("startTime", "Start");
+  table.caption("finishTime", "Time");
+  table.caption("finishTimeDifference", "Diff");
+  table.caption("startName", "S");
+  table.caption("finishName", "F");
+  table.caption("legTimeSortCaption", "Leg");
+  table.caption("totalTimeSortCaption", "Total");
+  table.caption("status_mp", "mp");
+  table.caption("status_dnf", "dnf");
+  table.caption("status_disq", "disq");
+  table.caption("status_dns", "dns");
+  table.outerBorderColor(255);
+  table.innerBorderColor(65280);
+  table.fixedBorderColor(16711680);
+  table.unfixedBorderColor(8421504);
+  table.highlightPercentage(0.5F);
+  table.bestLegTimeFormat("Arial;9.5;1;1;3;4;5;6;2;1;#FFFFFF;255");
+  return table;
+}
+
 struct RenderedCell {
   std::string className;
   std::string content;
