@@ -40,14 +40,15 @@ void forEachSetProperty(const Owner& owner, Put put) {
 
 void writeValue(JsonWriter& json, const TagValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return json.text(*text);
-  if (const auto* whole = std::get_if<std::int32_t>(&value)) return json.number(*whole);
+  if (const auto* whole = std::get_if<std::int32_t>(&value))
+    return json.number(std::int64_t{*whole});
   if (const auto* single = std::get_if<float>(&value)) return json.number(*single);
   if (const auto* flag = std::get_if<bool>(&value)) return json.boolean(*flag);
   if (const auto* date = std::get_if<Date>(&value)) return json.text(toIsoText(*date));
   json.null();
 }
 
-const auto putInto(JsonWriter& json) {
+auto putInto(JsonWriter& json) {
   return [&json](std::string_view name, const TagValue& value) {
     json.key(name);
     writeValue(json, value);

@@ -40,10 +40,12 @@ int printHelp(CLI::App& app, const std::string& command) {
     std::cout << app.help();
     return exitDone;
   }
-  CLI::App* found = app.get_subcommand_no_throw(command);
-  if (found == nullptr) return usageError("no command '" + command + "'", "");
-  std::cout << found->help();
-  return exitDone;
+  for (const Command& known : commands) {
+    if (command != known.name) continue;
+    std::cout << app.get_subcommand(command)->help();
+    return exitDone;
+  }
+  return usageError("no command '" + command + "'", "");
 }
 
 int parseAndRun(int argc, const char* const* argv) {
