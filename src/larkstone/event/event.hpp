@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "larkstone/core/date.hpp"
@@ -14,6 +16,8 @@
 #include "larkstone/model/category.hpp"
 
 namespace larkstone {
+
+class EventStore;
 
 /// The root of the data model. Categories are not held as objects: they stay in a private working
 /// file, are decoded when asked for and encoded again when handed back. A category handed out is a
@@ -49,21 +53,130 @@ class LRKEvent {
     endDate(date);
   }
 
+  /// The property that a header tag (17 to 43) names, with its flag. The counts can only be read.
+  TagValue getPropertyByTag(enmFileTag tag, bool& isSet) const;
+  void setPropertyByTag(enmFileTag tag, const TagValue& value, bool setValue);
+
+  /// How categories are sorted for display when an event is opened; all flags at first.
   enmCategorySortFlags categorySortFlags() const { return categorySortFlags_; }
   void categorySortFlags(enmCategorySortFlags flags) { categorySortFlags_ = flags; }
-  int noOfCategories() const;
-  int noOfDerivedCourses() const;
 
   /// The folder for working files, always with a backslash at its end; "" means the current one.
+  /// An open event stays where it is.
   const std::string& tempFilePath() const { return tempFilePath_; }
   void tempFilePath(std::string path);
   const std::string& filename() const { return filename_; }
   void filename(std::string name) { filename_ = std::move(name); }
   /// Bytes of the file last opened or saved; 0 for a new event.
   std::int32_t fileSize() const { return fileSize_; }
-  bool isOpen() const { return open_; }
+  bool isOpen() const { return store_ != nullptr; }
 
-  // ... file operations and categories ...
+  /// Begins an empty event under that name; nothing is written there before saveEvent(). An event
+  /// that was open is closed, unless the name is taken (LRK_FILE_ALREADY_EXISTS).
+  std::int32_t createNewEvent(const std::string& fileName, bool overwrite = false);
+  /// Closes what was open and opens a file. LRK_UNKNOWN_FILE_VERSION is a warning: the event is
+  /// open. After any other code it is closed.
+  std::int32_t openEvent(const std::string& fileName);
+  /// Writes the event to that file, or to filename(). The old file stays whole until the new one is
+  /// complete. The event stays open and keeps its filename().
+  std::int32_t saveEvent(const std::string& fileName = {});
+  /// Removes the working files; what was not saved is lost. Nothing happens to a closed event.
+  std::int32_t closeEvent();
+
+  /// Loads all records into memory for a series of extractions, until closeTempFile() or the next
+  /// change of a category. Extractions work without it too.
+  bool openTempFile();
+  void closeTempFile();
+  /// One value out of a stored record, without decoding the category: nothing (std::monostate) when
+  /// the record does not hold it. Lists give their count.
+  TagValue extractCategoryTag(int categoryIndex, enmFileTag tag) const;
+  TagValue extractDerivedCourseTag(int derivedCourseIndex, enmFileTag tag) const;
+
+  /// 0 for a closed event.
+  int noOfCategories() const;
+  int noOfDerivedCourses() const;
+
+  /// The category shown at that place, decoded; nothing for an index out of range, a closed event
+  /// or an unreadable working file. The last one handed out is kept: asking again gives the same
+  /// object.
+  std::shared_ptr<LRKCategory> category(int index);
+  /// Stores a category at that place. What the file needs is worked out on the object first:
+  /// forking information, entries for all legs run, course names and type, places. An index out of
+  /// range changes nothing.
+  std::int32_t category(int index, LRKCategory& category);
+  std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
+    return this->category(index, *category);
+  }
+  /// Forgets the category that category() keeps.
+  void unsetCurrentCategory();
+
+  /// Empty text and -1 for an index out of range.
+  std::string categoryName(int displayIndex) const;
+  int categoryFileIndex(int displayIndex) const;
+  int categoryDisplayIndex(int fileIndex) const;
+
+  /// Adds a category behind the others, as category() stores it, and tells it its index. Only this
+  /// category is written. LRK_COULD_NOT_OPEN_TEMPORARY_FILE for a closed event, and for more than
+  /// 4095 categories and derived courses together; nothing is changed then.
+  std::int32_t addCategory(LRKCategory& category);
+  std::int32_t addCategory(LRKCategory&& category) { return addCategory(category); }
+  std::int32_t addCategory(const std::shared_ptr<LRKCategory>& category) {
+    return addCategory(*category);
+  }
+  /// Moves a category in the list, those between shifting by one place; without ecsfSorted among
+  /// the sort flags also in the file.
+  void moveCategory(int currentIndex, int newIndex);
+  std::int32_t deleteCategory(int index);
+  /// Stores in the place of the first category with the same name, whatever its case, and tells so;
+  /// adds the category when there is none.
+  bool replaceCategoryByName(LRKCategory& category);
+
+  /// Stores every category again, with what is worked out on the way, and saves the event.
+  std::int32_t updateForkingInfo();
+
+  /// The text by which categories are sorted for display. The index keeps keys apart.
+  static std::string createCategorySortKey(std::string_view categoryName, int categoryIndex,
+                                           enmCategorySortFlags categorySortFlags);
+
+  std::string derivedCourseName(int index) const;
+
+  /// Hands every row of the property table to visit(row), in file order.
+  template <class Visit>
+  static void forEachRow(Visit&& visit) {
+#define LRK_PROPERTY(name, flag, type, tag) \
+  visit(PropertyRow<LRKEvent, type>{#name, tag, true, &LRKEvent::name##_});
+#define LRK_VALUE(name, type, tag) visit(ValueRow<LRKEvent, type>{#name, tag, &LRKEvent::name##_});
+#define LRK_READ_ONLY_VALUE(name, type, tag) LRK_VALUE(name, type, tag)
+#define LRK_RECORD(tag) visit(RecordRow{tag});
+#include "larkstone/event/event_properties.def"
+  }
+
+ private:
+  void reset();
+  std::int32_t load(const std::string& path);
+  void sortForDisplay();
+  bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
+  std::int32_t storeAt(int fileIndex, LRKCategory& category);
+  void stampForSaving();
+
+#define LRK_PROPERTY(name, flag, type, tag) Property<type> name##_;
+#define LRK_VALUE(name, type, tag) type name##_{};
+#define LRK_READ_ONLY_VALUE(name, type, tag) type name##_{};
+#define LRK_RECORD(tag)
+#include "larkstone/event/event_properties.def"
+
+  enmCategorySortFlags categorySortFlags_ =
+      ecsfSorted | ecsfYoungstersBeforeOldboys | ecsfTreatGendersAsEqual;
+  std::string tempFilePath_ = ".\\";
+  std::string filename_;
+  std::int32_t fileSize_ = 0;
+  bool isNew_ = false;  // made by createNewEvent(): saving stamps the creation
+
+  std::unique_ptr<EventStore> store_;  // while the event is open
+  std::vector<int> displayToFile_;
+  std::vector<int> fileToDisplay_;
+  std::shared_ptr<LRKCategory> current_;
+  int currentIndex_ = -1;
 };
 
 }  // namespace larkstone
