@@ -35,8 +35,9 @@ LRKRunner randomRunner(Random& random, Code lastCode) {
   LRKPunches punches;
   punches.count(static_cast<int>(random() % 9));
   for (int i = 0; i < punches.count(); ++i) {
-    const Code code =
-        i == 0 && random() % 4 != 0 ? LRK_START_CODE : static_cast<Code>(31 + random() % lastCode);
+    const Code code = i == 0 && random() % 4 != 0
+                          ? LRK_START_CODE
+                          : static_cast<Code>(31 + static_cast<int>(random() % 6) % lastCode);
     punches.edit(i, oneOf(random, times), code);
   }
   r.punches(std::move(punches));
