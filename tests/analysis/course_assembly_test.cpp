@@ -123,6 +123,13 @@ TEST(CourseAssemblyTest, AForkIsMergedIntoOneLegThatKnowsItsControls) {
   EXPECT_EQ(first.time(1, elstLeg), 18000);  // three minutes
   EXPECT_EQ(course.runner(1).legs().noOfSubCodes(1), 1);
   EXPECT_EQ(course.runner(1).legs().subCode(1, 0), 51);
+  ASSERT_TRUE(course.addRunner(runner("S-31-35-F")));
+  EXPECT_FALSE(course.runner(2).mergingValueUsed());
+  // With rearrangement a merged leg is looked for anywhere.
+  course.runnerAdditionStyleAllowRearrangement(true);
+  ASSERT_TRUE(course.addRunner(runner("S-31-41-42-35-F")));
+  EXPECT_TRUE(course.runner(3).mergingValueUsed());
+  EXPECT_TRUE(course.runner(3).rearrangementValueUsed());
 }
 
 TEST(CourseAssemblyTest, AMergedRunThatBeginsEarlierWinsOverALaterDirectLeg) {

@@ -32,6 +32,7 @@ TEST(LegStatisticsTest, EqualTimesShareAPlaceAndTheNextOneSkips) {
   // 31 has two best runners: without one of them the other is the best.
   EXPECT_EQ(course.runnerTimeDifference(1, 0, elstLeg, true), 0);
   EXPECT_EQ(course.runnerTimeDifference(0, 0, elstLeg, true), 3000);
+  EXPECT_EQ(course.runnerTimeDifference(0, 1, elstLeg, true), 1000);
   EXPECT_EQ(course.runnerTimeDifference(2, 1, elstLeg), 0);
   EXPECT_EQ(course.runnerTimeDifference(2, 1, elstLeg, true), -1000);
   EXPECT_EQ(course.runnerTimeDifference(4, 0, elstLeg), none);

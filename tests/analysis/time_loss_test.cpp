@@ -62,6 +62,17 @@ TEST(TimeLossTest, TheSecondEstimateLeavesTimeLossLegsOut) {
   EXPECT_FLOAT_EQ(course.runner(1).coursePercentualTimeLoss(), 150.0F / 370);
 }
 
+TEST(TimeLossTest, WithoutAnUndisturbedLegTheTopTimesAreExpected) {
+  LRKCourse course = courseByLegs("S-31-32-33-F", {{100, 200, 100, 200}, {125, 250, 185, 250}});
+  course.topPercentile(bestOnly);
+  course.timeLossConditionTime(-100000);
+  course.timeLossConditionBoth(false);
+  course.calculate(eccfTimeLoss);
+  EXPECT_EQ(lossesOf(course.runner(1)), (Times{2500, 5000, 8500, 5000}));
+  EXPECT_EQ(course.runner(0).noOfTimeLossLegs(), 4);
+  EXPECT_EQ(course.noOfTimeLossRunners(0), 1);
+}
+
 TEST(TimeLossTest, ConditionsAreStrict) {
   struct Row {
     int line;
