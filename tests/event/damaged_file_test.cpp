@@ -128,8 +128,8 @@ TEST(DamagedFile, OverlappingRecords) {
   const Folder folder;
   const std::string record = hex("43 0100 41");
   std::string file = eventFile({record, hex("43 0100 42")}, {hex("60 0100 43")});
-  const std::string second = hex("04000000 04000000");
-  file.replace(file.find(second), 8, hex("00000000 04000000"));
+  const std::string table = hex("00000000 04000000  04000000 04000000");
+  file.replace(file.find(table), 16, hex("00000000 04000000  00000000 04000000"));
   writeBytes(folder.file("event.lrk4"), file);
   LRKEvent event;
   event.tempFilePath(folder.file(""));
