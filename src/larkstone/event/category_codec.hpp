@@ -1,0 +1,26 @@
+#pragma once
+
+// A category with its runners to and from the record that the event file holds.
+
+#include <string>
+#include <string_view>
+
+#include "larkstone/model/category.hpp"
+
+namespace larkstone {
+
+/// What a category must know about itself before it is stored: forking information, an entry for
+/// every leg that was run, course names and type where runners had different courses, places by
+/// result time, and which form of a runner's name is kept.
+void deriveStoredValues(LRKCategory& category);
+
+std::string encodeCategory(const LRKCategory& category);
+
+/// A damaged record gives what stands before the damage. The runners are told the category's
+/// index and name, and their numbers.
+LRKCategory decodeCategory(std::string_view record, int categoryIndex);
+
+/// The bytes behind an etagRunner record.
+void decodeRunner(std::string_view block, LRKRunner& runner);
+
+}  // namespace larkstone

@@ -1,0 +1,176 @@
+// The categories of an event: reading, storing, and their order.
+
+#include <algorithm>
+#include <numeric>
+
+#include "larkstone/core/text.hpp"
+#include "larkstone/event/category_codec.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/event/event_store.hpp"
+
+namespace larkstone {
+
+namespace {
+
+std::size_t at(int index) { return static_cast<std::size_t>(index); }
+
+// Takes an entry out of a list and puts it in again at another index.
+template <class T>
+void moveEntry(std::vector<T>& list, int from, int to) {
+  const auto begin = list.begin();
+  if (from < to) {
+    std::rotate(begin + from, begin + from + 1, begin + to + 1);
+  } else {
+    std::rotate(begin + to, begin + from, begin + from + 1);
+  }
+}
+
+std::vector<int> inverse(const std::vector<int>& permutation) {
+  std::vector<int> result(permutation.size());
+  for (std::size_t i = 0; i < permutation.size(); ++i) {
+    result[at(permutation[i])] = static_cast<int>(i);
+  }
+  return result;
+}
+
+std::vector<int> identity(std::size_t count) {
+  std::vector<int> numbers(count);
+  std::iota(numbers.begin(), numbers.end(), 0);
+  return numbers;
+}
+
+}  // namespace
+
+void LRKEvent::sortForDisplay() {
+  std::vector<std::string> keys;
+  keys.reserve(store_->categories.size());
+  for (const Record& category : store_->categories) {
+    keys.push_back(
+        createCategorySortKey(category.name, static_cast<int>(keys.size()), categorySortFlags_));
+  }
+  displayToFile_ = identity(keys.size());
+  std::sort(displayToFile_.begin(), displayToFile_.end(),
+            [&keys](int a, int b) { return keys[at(a)] < keys[at(b)]; });
+  fileToDisplay_ = inverse(displayToFile_);
+}
+
+int LRKEvent::noOfCategories() const {
+  return isOpen() ? static_cast<int>(store_->categories.size()) : 0;
+}
+
+int LRKEvent::categoryFileIndex(int displayIndex) const {
+  return isCategory(displayIndex) ? displayToFile_[at(displayIndex)] : -1;
+}
+
+int LRKEvent::categoryDisplayIndex(int fileIndex) const {
+  return isCategory(fileIndex) ? fileToDisplay_[at(fileIndex)] : -1;
+}
+
+std::string LRKEvent::categoryName(int displayIndex) const {
+  if (!isCategory(displayIndex)) return {};
+  return store_->categories[at(categoryFileIndex(displayIndex))].name;
+}
+
+std::shared_ptr<LRKCategory> LRKEvent::category(int index) {
+  if (!isCategory(index)) return nullptr;
+  if (index != currentIndex_) {
+    unsetCurrentCategory();
+    std::string record;
+    if (!store_->read(store_->categories[at(categoryFileIndex(index))], record)) return nullptr;
+    current_ = std::make_shared<LRKCategory>(decodeCategory(record, index));
+    currentIndex_ = index;
+  }
+  return current_;
+}
+
+void LRKEvent::unsetCurrentCategory() {
+  current_.reset();
+  currentIndex_ = -1;
+}
+
+std::int32_t LRKEvent::category(int index, LRKCategory& category) {
+  if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  return isCategory(index) ? storeAt(categoryFileIndex(index), category) : 0;
+}
+
+std::int32_t LRKEvent::storeAt(int fileIndex, LRKCategory& category) {
+  const int displayIndex = categoryDisplayIndex(fileIndex);
+  category.categoryIndex(displayIndex);
+  deriveStoredValues(category);
+  Record& record = store_->categories[at(fileIndex)];
+  const std::int32_t result = store_->write(record, encodeCategory(category));
+  if (result != 0) return result;
+  record.name = category.name();
+  store_->straighten();
+  if (currentIndex_ == displayIndex && current_.get() != &category) unsetCurrentCategory();
+  return 0;
+}
+
+std::int32_t LRKEvent::addCategory(LRKCategory& category) {
+  if (!isOpen() || store_->isFull()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  const int index = noOfCategories();
+  category.categoryIndex(index);
+  deriveStoredValues(category);
+  Record record;
+  record.place = index;
+  record.name = category.name();
+  const std::int32_t result = store_->write(record, encodeCategory(category));
+  if (result != 0) return result;
+  store_->categories.push_back(std::move(record));
+  displayToFile_.push_back(index);
+  fileToDisplay_.push_back(index);
+  return 0;
+}
+
+void LRKEvent::moveCategory(int currentIndex, int newIndex) {
+  if (!isCategory(currentIndex) || !isCategory(newIndex) || currentIndex == newIndex) return;
+  unsetCurrentCategory();
+  const int fromInFile = displayToFile_[at(currentIndex)];
+  const int toInFile = displayToFile_[at(newIndex)];
+  moveEntry(displayToFile_, currentIndex, newIndex);
+  if ((categorySortFlags_ & ecsfSorted) == 0) {
+    moveEntry(store_->categories, fromInFile, toInFile);
+    std::vector<int> oldIndices = identity(displayToFile_.size());
+    moveEntry(oldIndices, fromInFile, toInFile);
+    const std::vector<int> newIndices = inverse(oldIndices);
+    for (int& fileIndex : displayToFile_) fileIndex = newIndices[at(fileIndex)];
+  }
+  fileToDisplay_ = inverse(displayToFile_);
+}
+
+std::int32_t LRKEvent::deleteCategory(int index) {
+  if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  if (!isCategory(index)) return 0;
+  unsetCurrentCategory();
+  const int fileIndex = displayToFile_[at(index)];
+  store_->categories.erase(store_->categories.begin() + fileIndex);
+  store_->straighten();
+  displayToFile_.erase(displayToFile_.begin() + index);
+  for (int& other : displayToFile_) other -= other > fileIndex ? 1 : 0;
+  fileToDisplay_ = inverse(displayToFile_);
+  return 0;
+}
+
+bool LRKEvent::replaceCategoryByName(LRKCategory& category) {
+  for (int i = 0; i < noOfCategories(); ++i) {
+    if (!equalNoCase(store_->categories[at(i)].name, category.name())) continue;
+    storeAt(i, category);
+    return true;
+  }
+  addCategory(category);
+  return false;
+}
+
+std::int32_t LRKEvent::updateForkingInfo() {
+  if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  for (int i = 0; i < noOfCategories(); ++i) {
+    std::string record;
+    if (!store_->read(store_->categories[at(i)], record)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    LRKCategory category = decodeCategory(record, categoryDisplayIndex(i));
+    const std::int32_t result = storeAt(i, category);
+    if (result != 0) return result;
+  }
+  return saveEvent();
+}
+
+}  // namespace larkstone

@@ -1,0 +1,130 @@
+#include "larkstone/event/event_store.hpp"
+
+#include <algorithm>
+#include <limits>
+
+#include "larkstone/event/error_constants.hpp"
+
+namespace larkstone {
+
+namespace {
+
+using Records = std::vector<Record>;
+
+std::vector<const Record*> byPlace(const Records& records) {
+  std::vector<const Record*> ordered(records.size());
+  for (const Record& record : records) ordered[static_cast<std::size_t>(record.place)] = &record;
+  return ordered;
+}
+
+std::int64_t lengthOf(const Records& records) {
+  std::int64_t length = 0;
+  for (const Record& record : records) length += record.length;
+  return length;
+}
+
+std::vector<std::int64_t> positionsOf(const Records& records, std::int64_t begin) {
+  std::vector<std::int64_t> positions(records.size());
+  for (const Record* record : byPlace(records)) {
+    positions[static_cast<std::size_t>(record - records.data())] = begin;
+    begin += record->length;
+  }
+  return positions;
+}
+
+}  // namespace
+
+void EventStore::straighten() {
+  int place = 0;
+  for (Record& category : categories) category.place = place++;
+}
+
+std::int64_t EventStore::dataLength() const {
+  return lengthOf(categories) + lengthOf(derivedCourses);
+}
+
+std::vector<std::int64_t> EventStore::categoryPositions() const {
+  return positionsOf(categories, 0);
+}
+
+std::vector<std::int64_t> EventStore::derivedCoursePositions() const {
+  return positionsOf(derivedCourses, lengthOf(categories));
+}
+
+// Neighbours in the working file are handed on together.
+bool EventStore::transferData(const ByteSink& sink) const {
+  std::int64_t begin = 0;
+  std::int64_t end = 0;
+  for (const Records* records : {&categories, &derivedCourses}) {
+    for (const Record* record : byPlace(*records)) {
+      if (record->offset != end) {
+        if (!file_.transferTo(begin, end - begin, sink)) return false;
+        begin = end = record->offset;
+      }
+      end += record->length;
+    }
+  }
+  return file_.transferTo(begin, end - begin, sink);
+}
+
+std::int32_t EventStore::write(Record& record, std::string_view bytes) {
+  const auto length = static_cast<std::int64_t>(bytes.size());
+  if (dataLength() + length > std::numeric_limits<std::int32_t>::max()) {
+    return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  }
+  constexpr std::int64_t tolerated = std::int64_t{4} << 20;
+  if (file_.size() > 2 * dataLength() + tolerated) {
+    const std::int32_t result = clearUnused();
+    if (result != 0) return result;
+  }
+  const std::int64_t offset = file_.size();
+  if (!file_.append(bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  release();
+  record.offset = offset;
+  record.length = static_cast<std::int32_t>(length);
+  return 0;
+}
+
+std::int32_t EventStore::clearUnused() {
+  WorkingFile scratch(folder_);
+  if (!scratch.isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  if (!transferData([&](std::string_view bytes) { return scratch.append(bytes); })) {
+    return scratch.remove() ? LRK_COULD_NOT_OPEN_TEMPORARY_FILE
+                            : LRK_COULD_NOT_DELETE_TEMPORARY_FILE;
+  }
+  const std::vector<std::int64_t> ofCategories = categoryPositions();
+  const std::vector<std::int64_t> ofDerivedCourses = derivedCoursePositions();
+  if (!file_.replaceBy(scratch)) return LRK_COULD_NOT_COPY_TEMPORARY_FILE;
+  release();
+  for (std::size_t i = 0; i < categories.size(); ++i) categories[i].offset = ofCategories[i];
+  for (std::size_t k = 0; k < derivedCourses.size(); ++k) {
+    derivedCourses[k].offset = ofDerivedCourses[k];
+  }
+  return 0;
+}
+
+bool EventStore::hold() {
+  std::string bytes;
+  if (!file_.read(0, file_.size(), bytes)) return false;
+  held_ = std::move(bytes);
+  return true;
+}
+
+TagValue EventStore::find(const Record& record, const TagRange& range, enmFileTag tag) const {
+  if (held_) {
+    return findTagValue(std::string_view(*held_).substr(static_cast<std::size_t>(record.offset),
+                                                        static_cast<std::size_t>(record.length)),
+                        range, tag);
+  }
+  // Most values stand at the beginning; behind it are the runners.
+  constexpr std::int32_t beginning = 1024;
+  std::string bytes;
+  for (const std::int32_t length : {std::min(record.length, beginning), record.length}) {
+    if (!file_.read(record.offset, length, bytes)) break;
+    TagValue value = findTagValue(bytes, range, tag);
+    if (!std::holds_alternative<std::monostate>(value) || length == record.length) return value;
+  }
+  return {};
+}
+
+}  // namespace larkstone

@@ -1,0 +1,67 @@
+#include "larkstone/event/record_codec.hpp"
+
+namespace larkstone {
+
+namespace {
+
+// The count of a list of entries, which are passed over.
+TagValue readListCount(ByteReader& reader, std::int64_t bytesPerEntry) {
+  const std::int32_t count = reader.integer();
+  reader.raw(count * bytesPerEntry);
+  return count;
+}
+
+}  // namespace
+
+TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
+  if (!isIn(range, tag)) {
+    reader.skipText();
+    return {};
+  }
+  switch (encodingOf(tag)) {
+    case TagEncoding::byte:
+    case TagEncoding::flag1:
+      return reader.byte();
+    case TagEncoding::flag255:
+      return reader.byte() != 0;
+    case TagEncoding::integer:
+      return std::int32_t{reader.integer()};
+    case TagEncoding::longInteger:
+      return reader.longInteger();
+    case TagEncoding::single:
+      return reader.single();
+    case TagEncoding::date:
+      return Date{reader.real()};
+    case TagEncoding::punchList:
+      return readListCount(reader, 5);
+    case TagEncoding::pairList:
+      return readListCount(reader, 4);
+    case TagEncoding::codeList:
+      return readListCount(reader, 2);
+    case TagEncoding::block:
+      reader.raw(reader.longInteger());
+      return {};
+    case TagEncoding::text:
+      return reader.text();
+    case TagEncoding::unknown:
+    case TagEncoding::none:
+      break;
+  }
+  return {};
+}
+
+TagValue findTagValue(std::string_view bytes, const TagRange& range, enmFileTag tag) {
+  ByteReader reader(bytes);
+  while (!reader.atEnd()) {
+    const enmFileTag found = readTag(reader);
+    if (found != tag && encodingOf(found) == TagEncoding::text) {
+      reader.skipText();
+      continue;
+    }
+    TagValue value = readTagValue(reader, range, found);
+    if (found == tag && !reader.failed()) return value;
+  }
+  return {};
+}
+
+}  // namespace larkstone

@@ -1,0 +1,47 @@
+#include "larkstone/event/working_file.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkstone {
+
+bool transfer(const File& source, std::int64_t offset, std::int64_t length, const ByteSink& sink) {
+  constexpr std::int64_t piece = std::int64_t{1} << 20;
+  while (length > 0) {
+    const std::string bytes = source.readAt(offset, std::min(length, piece));
+    if (bytes.empty() || !sink(bytes)) return false;
+    offset += static_cast<std::int64_t>(bytes.size());
+    length -= static_cast<std::int64_t>(bytes.size());
+  }
+  return true;
+}
+
+WorkingFile::WorkingFile(const std::string& folder)
+    : path_(freshFileName(folder)), file_(path_, File::Mode::create) {}
+
+bool WorkingFile::append(std::string_view bytes) {
+  if (!file_.isOpen() || !file_.writeAt(size_, bytes)) return false;
+  size_ += static_cast<std::int64_t>(bytes.size());
+  return true;
+}
+
+bool WorkingFile::read(std::int64_t offset, std::int64_t length, std::string& bytes) const {
+  bytes = file_.readAt(offset, length);
+  return static_cast<std::int64_t>(bytes.size()) == length;
+}
+
+bool WorkingFile::replaceBy(WorkingFile& other) {
+  if (!renameFile(other.path_, path_)) return false;
+  file_ = std::exchange(other.file_, File());
+  size_ = std::exchange(other.size_, 0);
+  other.path_.clear();
+  return true;
+}
+
+bool WorkingFile::remove() {
+  const bool owned = file_.isOpen();
+  file_.close();
+  return !owned || removeFile(path_);
+}
+
+}  // namespace larkstone
