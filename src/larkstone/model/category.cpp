@@ -13,6 +13,10 @@ void LRKCategory::noOfRunners(int count) {
   runners_.resize(static_cast<std::size_t>(std::clamp(count, 0, LRK_MAX_LIST)));
 }
 
+void LRKCategory::reserveRunners(int count) {
+  runners_.reserve(static_cast<std::size_t>(std::clamp(count, 0, LRK_MAX_LIST)));
+}
+
 int LRKCategory::addRunner(LRKRunner runner) {
   if (noOfRunners() >= LRK_MAX_LIST) return -1;
   runner.runnerIndex(noOfDeletedRunners_ + noOfRunners());

@@ -43,6 +43,8 @@ class LRKCategory {
   int noOfRunners() const { return static_cast<int>(runners_.size()); }
   /// Resizes the list, keeping its runners.
   void noOfRunners(int count);
+  /// Makes room for that many runners, so that adding them moves none.
+  void reserveRunners(int count);
   LRKRunner& runner(int index) { return runners_[static_cast<std::size_t>(index)]; }
   const LRKRunner& runner(int index) const { return runners_[static_cast<std::size_t>(index)]; }
   void runner(int index, LRKRunner runner) {
