@@ -1,5 +1,6 @@
 #include "larkstone/platform/xml.hpp"
 
+#include <bit>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -14,56 +15,33 @@ namespace {
 
 constexpr std::string_view prefixDeclaration = "xmlns:";
 
-pugi::xml_node nodeOf(void* node) {
-  return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node));
-}
-
-bool isElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
+// A node of the library is one pointer. Casting it costs nothing, where its own conversions are
+// calls that a large document feels.
+static_assert(sizeof(pugi::xml_node) == sizeof(void*));
+static_assert(sizeof(pugi::xml_attribute) == sizeof(void*));
+pugi::xml_node nodeOf(void* node) { return std::bit_cast<pugi::xml_node>(node); }
+void* handleOf(pugi::xml_node node) { return std::bit_cast<void*>(node); }
+bool exists(pugi::xml_node node) { return handleOf(node) != nullptr; }
+bool exists(pugi::xml_attribute attribute) { return std::bit_cast<void*>(attribute) != nullptr; }
 
 bool isText(pugi::xml_node node) {
   return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
-pugi::xml_node elementFrom(pugi::xml_node node) {
-  while (node && !isElement(node)) node = node.next_sibling();
-  return node;
+std::string_view trimmedText(std::string_view text) {
+  const bool clean = !text.empty() && text.front() > ' ' && text.back() > ' ';
+  return clean ? text : trimmed(text);
 }
 
+// The attribute with the name, else one that differs in case only; null without any.
 pugi::xml_attribute findAttribute(pugi::xml_node node, std::string_view name) {
-  for (auto attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
+  pugi::xml_attribute similar;
+  for (auto attribute = node.first_attribute(); exists(attribute);
+       attribute = attribute.next_attribute()) {
     if (attribute.name() == name) return attribute;
+    if (!exists(similar) && equalNoCase(attribute.name(), name)) similar = attribute;
   }
-  for (auto attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
-    if (equalNoCase(attribute.name(), name)) return attribute;
-  }
-  return {};
-}
-
-// Calls enter(element, depth) for every element in document order and leave(depth) behind it,
-// without recursion: a file decides how deep its elements stand. Stops when enter() says false.
-template <class Enter, class Leave>
-bool walk(pugi::xml_node root, Enter enter, Leave leave) {
-  int depth = 1;
-  for (pugi::xml_node node = root; node;) {
-    if (!enter(node, depth)) return false;
-    if (const pugi::xml_node child = elementFrom(node.first_child())) {
-      node = child;
-      ++depth;
-      continue;
-    }
-    leave(depth);
-    while (node != root) {
-      if (const pugi::xml_node next = elementFrom(node.next_sibling())) {
-        node = next;
-        break;
-      }
-      node = node.parent();
-      --depth;
-      leave(depth);
-    }
-    if (node == root) break;
-  }
-  return true;
+  return similar;
 }
 
 // The namespace of the root element: the one its prefix is bound to, or the default one.
@@ -85,32 +63,37 @@ struct RootNamespace {
   std::string_view uri;
 };
 
-// Takes the prefixes of the root's namespace off the element names. Bindings count within the
-// element that declares them.
-class PrefixRemover {
+// Measures the depth, and finds prefixes that are bound to the namespace of the root. The library
+// walks without recursion: a file decides how deep its elements stand.
+class Surveyor : public pugi::xml_tree_walker {
  public:
-  explicit PrefixRemover(pugi::xml_node root) : space_(root) { bindings_["xml"] = {false}; }
+  explicit Surveyor(pugi::xml_node root) : space_(root), prefixes_(space_.prefixed) {}
 
-  bool enter(pugi::xml_node node, int depth) {
-    for (const pugi::xml_attribute attribute : node.attributes()) {
-      const std::string_view name = attribute.name();
-      if (!name.starts_with(prefixDeclaration)) continue;
-      const std::string_view prefix = name.substr(prefixDeclaration.size());
-      bindings_[prefix].push_back(space_.bindsPrefix(attribute));
-      declared_.push_back({depth, prefix});
+  bool begin(pugi::xml_node& root) override { return visit(root); }
+  bool for_each(pugi::xml_node& node) override { return visit(node); }
+  bool prefixes() const { return prefixes_; }
+
+ private:
+  bool visit(pugi::xml_node node) {
+    for (auto attribute = node.first_attribute(); exists(attribute) && !prefixes_;
+         attribute = attribute.next_attribute()) {
+      prefixes_ = space_.bindsPrefix(attribute);
     }
-    const std::string_view name = node.name();
-    const auto colon = name.find(':');
-    if (colon == std::string_view::npos || !isOwn(name.substr(0, colon))) return true;
-    node.set_name(std::string(name.substr(colon + 1)).c_str());
-    return true;
+    return depth() + 2 <= XmlDocument::deepest;  // children of the root stand at 0
   }
-  void leave(int depth) {
-    while (!declared_.empty() && declared_.back().depth == depth) {
-      bindings_[declared_.back().prefix].pop_back();
-      declared_.pop_back();
-    }
-  }
+
+  RootNamespace space_;
+  bool prefixes_;
+};
+
+// Takes the prefixes of the root's namespace off the element names. A binding counts within the
+// element that declares it.
+class PrefixRemover : public pugi::xml_tree_walker {
+ public:
+  explicit PrefixRemover(pugi::xml_node root) : space_(root) {}
+
+  bool begin(pugi::xml_node& root) override { return visit(root); }
+  bool for_each(pugi::xml_node& node) override { return visit(node); }
 
  private:
   struct Declared {
@@ -118,7 +101,28 @@ class PrefixRemover {
     std::string_view prefix;
   };
 
-  // A root with a prefix that nothing declares is taken for its own namespace.
+  bool visit(pugi::xml_node node) {
+    while (!declared_.empty() && declared_.back().depth >= depth()) {
+      bindings_[declared_.back().prefix].pop_back();
+      declared_.pop_back();
+    }
+    for (auto attribute = node.first_attribute(); exists(attribute);
+         attribute = attribute.next_attribute()) {
+      const std::string_view name = attribute.name();
+      if (!name.starts_with(prefixDeclaration)) continue;
+      const std::string_view prefix = name.substr(prefixDeclaration.size());
+      bindings_[prefix].push_back(space_.bindsPrefix(attribute));
+      declared_.push_back({depth(), prefix});
+    }
+    const std::string_view name = node.name();
+    const auto colon = name.find(':');
+    if (colon != std::string_view::npos && isOwn(name.substr(0, colon))) {
+      node.set_name(std::string(name.substr(colon + 1)).c_str());
+    }
+    return true;
+  }
+
+  // With a root whose prefix nothing declares, undeclared prefixes are taken for its own.
   bool isOwn(std::string_view prefix) const {
     const auto found = bindings_.find(prefix);
     if (found == bindings_.end() || found->second.empty()) return space_.prefixed;
@@ -132,38 +136,24 @@ class PrefixRemover {
 
 // Checks the depth, and brings element names to their local form where prefixes are in use.
 bool normalise(pugi::xml_node root) {
-  const RootNamespace space(root);
-  bool prefixes = space.prefixed;
-  const bool shallow = walk(
-      root,
-      [&](pugi::xml_node node, int depth) {
-        for (const pugi::xml_attribute attribute : node.attributes()) {
-          prefixes = prefixes || space.bindsPrefix(attribute);
-        }
-        return depth <= XmlDocument::deepest;
-      },
-      [](int) {});
-  if (!shallow) return false;
-  if (prefixes) {
-    PrefixRemover remover(root);
-    walk(
-        root, [&](pugi::xml_node node, int depth) { return remover.enter(node, depth); },
-        [&](int depth) { remover.leave(depth); });
-  }
-  return true;
+  Surveyor surveyor(root);
+  if (!root.traverse(surveyor)) return false;
+  PrefixRemover remover(root);
+  return !surveyor.prefixes() || root.traverse(remover);
 }
 
 }  // namespace
 
-std::string_view XmlNode::name() const { return nodeOf(node_).name(); }
-
-XmlNode XmlNode::firstChild() const {
-  return XmlNode(elementFrom(nodeOf(node_).first_child()).internal_object());
+XmlNode XmlNode::elementFrom(void* node) {
+  for (pugi::xml_node next = nodeOf(node); exists(next); next = next.next_sibling()) {
+    const char* const name = next.name();
+    if (*name != '\0') return {handleOf(next), name};
+  }
+  return {};
 }
 
-XmlNode XmlNode::next() const {
-  return XmlNode(elementFrom(nodeOf(node_).next_sibling()).internal_object());
-}
+XmlNode XmlNode::firstChild() const { return elementFrom(handleOf(nodeOf(node_).first_child())); }
+XmlNode XmlNode::next() const { return elementFrom(handleOf(nodeOf(node_).next_sibling())); }
 
 XmlNode XmlNode::child(std::string_view name) const {
   XmlNode node = firstChild();
@@ -196,20 +186,21 @@ std::string_view XmlNode::text(std::string& pieces) const {
   const pugi::xml_node node = nodeOf(node_);
   const std::string_view first = node.value();
   const pugi::xml_node child = node.first_child();
-  if (!child) return trimmed(first);
+  if (!exists(child)) return trimmedText(first);
   pieces = first;
-  for (pugi::xml_node piece = child; piece; piece = piece.next_sibling()) {
+  for (pugi::xml_node piece = child; exists(piece); piece = piece.next_sibling()) {
     if (isText(piece)) pieces += piece.value();
   }
-  return trimmed(pieces);
+  return trimmedText(pieces);
 }
 
 std::string_view XmlNode::attribute(std::string_view name) const {
-  return trimmed(findAttribute(nodeOf(node_), name).value());
+  const pugi::xml_attribute attribute = findAttribute(nodeOf(node_), name);
+  return exists(attribute) ? trimmedText(attribute.value()) : std::string_view();
 }
 
 bool XmlNode::hasAttribute(std::string_view name) const {
-  return !findAttribute(nodeOf(node_), name).empty();
+  return exists(findAttribute(nodeOf(node_), name));
 }
 
 struct XmlDocument::Content {
@@ -235,7 +226,8 @@ bool XmlDocument::parse(std::string text) {
 }
 
 XmlNode XmlDocument::root() const {
-  return content_ ? XmlNode(content_->document.document_element().internal_object()) : XmlNode();
+  if (!content_) return {};
+  return XmlNode::elementFrom(handleOf(content_->document.document_element()));
 }
 
 }  // namespace larkstone

@@ -18,8 +18,8 @@ class XmlNode {
   friend bool operator==(XmlNode a, XmlNode b) { return a.node_ == b.node_; }
 
   /// The local name: without a prefix of the document's own namespace.
-  std::string_view name() const;
-  bool is(std::string_view name) const { return this->name() == name; }
+  std::string_view name() const { return name_; }
+  bool is(std::string_view name) const { return name == name_; }
 
   /// The first child element, and the next element under the same parent.
   XmlNode firstChild() const;
@@ -49,8 +49,11 @@ class XmlNode {
 
  private:
   friend class XmlDocument;
-  explicit XmlNode(void* node) : node_(node) {}
+  XmlNode(void* node, const char* name) : node_(node), name_(name) {}
+  static XmlNode elementFrom(void* node);
+
   void* node_ = nullptr;
+  const char* name_ = "";
 };
 
 class XmlNode::Children {

@@ -76,6 +76,7 @@ class ClassReader {
     version_.readClass(classResult, race, category);
     if (severalRaces) category.name(category.name() + " (" + std::to_string(race) + ")");
     job_.session.newCategory(category.name());
+    category.reserveRunners(static_cast<int>(results.size()));
     for (const IofResult& result : results) {
       if (!addRunner(result, category)) return LRK_IMPORT_CANCELLED;
     }

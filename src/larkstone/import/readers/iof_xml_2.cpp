@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
@@ -217,63 +218,72 @@ Time clockOf(XmlNode element) {
   return text.find('T') == std::string::npos ? clockTimeOf(text) : timeOfDayOf(text);
 }
 
+// A punch, its time counted from the start.
+struct Split {
+  Code code = 0;
+  Time time = LRK_NO_TIME;
+};
+
 struct TimeFields {
   XmlNode start;
   XmlNode finish;
   XmlNode time;
-  XmlNode firstSplit;
+  std::vector<Split> splits;
 };
 
+Split readSplit(XmlNode element, const IofNotes& notes) {
+  std::string pieces;
+  Split split;
+  for (XmlNode field = element.firstChild(); field; field = field.next()) {
+    const std::string_view name = field.name();
+    if (name == "Time") {
+      const std::string_view text = field.text(pieces);
+      if (!text.empty()) split.time = runningTimeOf(text);
+    } else if (name == "ControlCode" || name == "Control") {
+      const XmlNode code = name == "Control" ? field.child("ControlCode") : field;
+      const std::string_view text = code.text(pieces);
+      split.code = controlCodeOf(text);
+      if (split.code == 0) notes("no number in control code", text);
+    }
+  }
+  return split;
+}
+
+// Lists order the parts of a result in their own ways.
 TimeFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes) {
-  TimeFields times;
+  TimeFields fields;
+  fields.splits.reserve(32);
   for (XmlNode field = result.firstChild(); field; field = field.next()) {
     const std::string_view name = field.name();
     if (name == "SplitTime") {
-      if (!times.firstSplit) times.firstSplit = field;
+      fields.splits.push_back(readSplit(field, notes));
     } else if (name == "StartTime") {
-      times.start = field;
+      fields.start = field;
     } else if (name == "FinishTime") {
-      times.finish = field;
+      fields.finish = field;
     } else if (name == "Time") {
-      times.time = field;
+      fields.time = field;
     } else {
       readResultField(field, name, runner, notes);
     }
   }
-  return times;
-}
-
-void readSplit(XmlNode split, Time start, LRKRunner& runner, const IofNotes& notes) {
-  std::string pieces;
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-  for (XmlNode field = split.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "Time") {
-      const std::string_view text = field.text(pieces);
-      if (!text.empty()) time = runningTimeOf(text);
-    } else if (name == "ControlCode" || name == "Control") {
-      const XmlNode element = name == "Control" ? field.child("ControlCode") : field;
-      const std::string_view text = element.text(pieces);
-      code = controlCodeOf(text);
-      if (code == 0) notes("no number in control code", text);
-    }
-  }
-  const bool valid = !isDisq(time) && !isDisq(start + time);
-  if (runner.punches().add(valid ? start + time : LRK_NO_TIME, code) < 0) notes("too many punches");
+  return fields;
 }
 
 void readTimes(const TimeFields& fields, LRKRunner& runner, const IofNotes& notes) {
-  const Time start = clockOf(fields.start);
-  if (!isDisq(start)) runner.startTime(start);
-  const Time finish = clockOf(fields.finish);
-  if (!isDisq(finish)) runner.finishTime(finish);
+  const Time startClock = clockOf(fields.start);
+  if (!isDisq(startClock)) runner.startTime(startClock);
+  const Time finishClock = clockOf(fields.finish);
+  if (!isDisq(finishClock)) runner.finishTime(finishClock);
   const Time time = fields.time ? runningTimeOf(clockText(fields.time)) : LRK_NO_TIME;
   if (!isDisq(time)) runner.finishTime(runner.startTime() + time);
 
-  const Time base = runner.startTime();
-  for (XmlNode split = fields.firstSplit; split; split = split.next("SplitTime")) {
-    readSplit(split, base, runner, notes);
+  const Time start = runner.startTime();
+  for (const Split& split : fields.splits) {
+    const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+    if (runner.punches().add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
+      notes("too many punches");
+    }
   }
   completePunches(runner);
   if (runner.startTime() > runner.finishTime()) {

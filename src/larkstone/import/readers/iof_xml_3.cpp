@@ -1,6 +1,7 @@
 // IOF XML 3.0: running times in seconds, starts as date-times.
 
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/event/event.hpp"
@@ -127,10 +128,17 @@ void readCard(XmlNode card, LRKRunner& runner) {
   }
 }
 
+// A punch, its time counted from the start.
+struct Split {
+  Code code = 0;
+  Time time = LRK_NO_TIME;
+  bool additional = false;
+};
+
 struct ResultFields {
   Time start = LRK_NO_TIME;
   Time time = LRK_NO_TIME;
-  XmlNode firstSplit;
+  std::vector<Split> splits;
 };
 
 Time startOf(XmlNode element, const IofNotes& notes) {
@@ -141,13 +149,36 @@ Time startOf(XmlNode element, const IofNotes& notes) {
   return start;
 }
 
+Split readSplit(XmlNode element, const IofNotes& notes) {
+  std::string pieces;
+  Split split;
+  for (XmlNode field = element.firstChild(); field; field = field.next()) {
+    const std::string_view name = field.name();
+    if (name == "ControlCode") {
+      const std::string_view text = field.text(pieces);
+      split.code = controlCodeOf(text);
+      if (split.code == 0) notes("no number in control code", text);
+    } else if (name == "Time") {
+      const std::string_view text = field.text(pieces);
+      const auto seconds = secondsOf(text);
+      split.time = seconds.value_or(LRK_NO_TIME);
+      if (!seconds && !text.empty()) notes("unreadable split time", text);
+    }
+  }
+  const std::string_view status = element.attribute("status");
+  if (status == "Missing") split.time = LRK_NO_TIME;
+  split.additional = status == "Additional";
+  return split;
+}
+
 ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes) {
   ResultFields fields;
+  fields.splits.reserve(32);
   std::string pieces;
   for (XmlNode field = result.firstChild(); field; field = field.next()) {
     const std::string_view name = field.name();
     if (name == "SplitTime") {
-      if (!fields.firstSplit) fields.firstSplit = field;
+      fields.splits.push_back(readSplit(field, notes));
     } else if (name == "StartTime") {
       fields.start = startOf(field, notes);
     } else if (name == "Time") {
@@ -165,27 +196,12 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
   return fields;
 }
 
-void readSplit(XmlNode split, Time start, LRKRunner& runner, const IofNotes& notes) {
-  std::string pieces;
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-  for (XmlNode field = split.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "ControlCode") {
-      const std::string_view text = field.text(pieces);
-      code = controlCodeOf(text);
-      if (code == 0) notes("no number in control code", text);
-    } else if (name == "Time") {
-      const std::string_view text = field.text(pieces);
-      const auto seconds = secondsOf(text);
-      time = seconds.value_or(LRK_NO_TIME);
-      if (!seconds && !text.empty()) notes("unreadable split time", text);
-    }
+void addPunch(const Split& split, Time start, LRKRunner& runner, const IofNotes& notes) {
+  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
+  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
+    notes("too many punches");
   }
-  const std::string_view status = split.attribute("status");
-  const bool valid = status != "Missing" && !isDisq(time) && !isDisq(start + time);
-  LRKPunches& punches = status == "Additional" ? runner.extraPunches() : runner.punches();
-  if (punches.add(valid ? start + time : LRK_NO_TIME, code) < 0) notes("too many punches");
 }
 
 bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
@@ -198,9 +214,7 @@ bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
   const Time start = isDisq(fields.start) ? 0 : fields.start;
   runner.startTime(start);
   runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
-  for (XmlNode split = fields.firstSplit; split; split = split.next("SplitTime")) {
-    readSplit(split, start, runner, notes);
-  }
+  for (const Split& split : fields.splits) addPunch(split, start, runner, notes);
   return true;
 }
 
