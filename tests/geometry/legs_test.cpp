@@ -1,5 +1,7 @@
 #include "larkstone/geometry/legs.hpp"
 
+#include <random>
+
 #include <gtest/gtest.h>
 
 #include "larkstone/geometry/leg_finder.hpp"
@@ -173,13 +175,49 @@ TEST(LegFinderTest, TriesOwnCodesThenTheSubstitutesInTwoPasses) {
   const LegMatch behind = finder.findLeg(0, 1, true);
   EXPECT_EQ(behind.first, 3);
   EXPECT_FALSE(behind.fromBeginning);
+  EXPECT_FALSE(runner.marked(3));
   // With leg 3 taken only the second substitute is left, from the beginning.
+  finder.take(behind);
+  EXPECT_TRUE(runner.marked(3));
   const LegMatch beginning = finder.findLeg(0, 3, true);
   EXPECT_EQ(beginning.first, 0);
   EXPECT_TRUE(beginning.fromBeginning);
   EXPECT_FALSE(finder.findLeg(0, -1, false));
-  finder.unmark(behind);
-  EXPECT_FALSE(runner.marked(3));
+}
+
+TEST(LegFinderTest, FindsInLongListsWhatAWalkFinds) {
+  std::mt19937 random(7);
+  const auto randomLegs = [&random](int count) {
+    LRKCodes list;
+    for (int i = 0; i <= count; ++i) list.add(static_cast<Code>(31 + random() % 9));
+    return list.toLegs();
+  };
+  for (const int length : {30, 99, 100, 400}) {
+    SCOPED_TRACE(length);
+    const LRKLegs wanted = randomLegs(300);
+    LRKLegs run = randomLegs(length);
+    const LRKCodes none;
+    LegFinder finder(wanted, run, none, none);
+    LRKLegs marks = run;
+    for (int i = 0; i < wanted.count(); ++i) {
+      const int behind = static_cast<int>(random() % static_cast<unsigned>(length)) - 1;
+      const Code begin = wanted.beginCode(i);
+      const Code end = wanted.endCode(i);
+      const LegMatch leg = finder.findLeg(i, behind, false);
+      const LegMatch several = finder.findRun(i, behind, false);
+      LRKLegs trial = marks;
+      EXPECT_EQ(leg.first, trial.legExistsAndMark(begin, end, behind + 1));
+      int first = -1;
+      int last = -1;
+      trial = marks;
+      trial.legSequenceExistsAndMark(first, last, begin, end, behind + 1);
+      EXPECT_EQ(several.first, first);
+      EXPECT_EQ(several.last, last);
+      if (i % 3 != 0) continue;
+      finder.take(several);
+      marks = run;
+    }
+  }
 }
 
 }  // namespace

@@ -50,16 +50,13 @@ class CourseMapping {
 // A leg run without a detour, unless a run of legs that may stand for it begins earlier. With
 // rearrangement a run of legs is only the last resort.
 LegMatch CourseMapping::find(int legNo) {
-  LegMatch direct = finder_.findLeg(legNo, last_, allowRearrangement_);
-  finder_.unmark(direct);
+  const LegMatch direct = finder_.findLeg(legNo, last_, allowRearrangement_);
   LegMatch run;
   if (allowMerging_ && !allowRearrangement_) {
     run = finder_.findRun(legNo, last_, false);
-    finder_.unmark(run);
   } else if (allowMerging_ && !direct) {
     run = finder_.findRun(legNo, -1, true);
     run.fromBeginning = true;
-    finder_.unmark(run);
   }
   if (direct && !(run && run.first < direct.first)) return direct;
   if (run) merged_ = true;
@@ -100,7 +97,7 @@ bool CourseMapping::map(LRKLegs& mapped) {
     const LegMatch match = find(i);
     append(mapped, i, match);
     if (match) {
-      finder_.mark(match);
+      finder_.take(match);
       last_ = match.last;
       ++matched_;
       rearranged_ = rearranged_ || match.fromBeginning;

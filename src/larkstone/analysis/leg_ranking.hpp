@@ -27,7 +27,10 @@ class LegRanking {
   static Time timeOf(Entry entry) { return static_cast<Time>(entry >> 32); }
   static std::size_t runnerOf(Entry entry) { return static_cast<std::uint32_t>(entry); }
 
+  void sortEntries();
+
   std::vector<Entry> entries_;
+  std::vector<Entry> sorted_;
 };
 
 }  // namespace larkstone
