@@ -191,6 +191,11 @@ class LRKCourse {
   bool sortedAscending() const { return sortedAscending_; }
 
  private:
+  LegStatistics statistics(int legNo, enmLegStyle style) const;
+  Time rounded(Time time, enmTimeAccuracy accuracy) const;
+  /// Moves the runners, gives them their sort places and renumbers whatever names runners by index.
+  void applyRanking(Ranking ranking, TranslationTable& TLT);
+
   std::string name_;
   CourseSettings settings_;
   Time indexBreakpoint_[2] = {700, 2000};
@@ -199,6 +204,7 @@ class LRKCourse {
   LRKCodes codesEqualToStart_;
   LRKCodes codesEqualToFinish_;
   std::vector<LRKRunner> runners_;
+  int categoryIndexAddedLast_ = -1;
   bool allRunnersHaveTheSameCodes_ = false;
   bool runnersFromMultipleCategories_ = false;
   LegTables tables_;

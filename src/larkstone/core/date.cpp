@@ -22,7 +22,8 @@ struct Parts {
 };
 
 Parts partsOf(Date date) {
-  if (!(date.day >= static_cast<double>(firstDay) && date.day < static_cast<double>(lastDay + 1))) {
+  if (!(date.day > static_cast<double>(firstDay - 1) &&
+        date.day < static_cast<double>(lastDay + 1))) {
     return {};
   }
   const double whole = std::trunc(date.day);

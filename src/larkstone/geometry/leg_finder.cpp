@@ -1,18 +1,16 @@
 #include "larkstone/geometry/leg_finder.hpp"
 
+#include <algorithm>
+
 namespace larkstone {
 
 namespace {
 
-LegMatch searchLeg(LRKLegs& legs, Code beginCode, Code endCode, int offset) {
-  const int found = legs.legExistsAndMark(beginCode, endCode, offset);
-  return {found, found, false};
-}
+constexpr int longList = 100;
 
-LegMatch searchRun(LRKLegs& legs, Code beginCode, Code endCode, int offset) {
-  LegMatch run;
-  legs.legSequenceExistsAndMark(run.first, run.last, beginCode, endCode, offset);
-  return run;
+std::uint32_t keyOf(Code code) { return static_cast<std::uint16_t>(code); }
+std::uint32_t keyOf(Code beginCode, Code endCode) {
+  return keyOf(beginCode) << 16 | keyOf(endCode);
 }
 
 // Two passes, behind the last match and from the beginning, over the codes of a list and then one
@@ -34,44 +32,103 @@ LegMatch inTwoPasses(int behind, const LRKCodes& codes, Code last, SearchUnder s
 
 }  // namespace
 
-LegMatch LegFinder::findLeg(int legNo, int lastMatch, bool allowRearrangement) {
-  return find(searchLeg, legNo, lastMatch, allowRearrangement);
+void LegFinder::Positions::sort() { std::sort(entries_.begin(), entries_.end()); }
+
+int LegFinder::Positions::first(std::uint32_t key, int offset) const {
+  const auto found = std::lower_bound(entries_.begin(), entries_.end(), entryOf(key, offset));
+  return found == entries_.end() || *found >> 32 != key ? -1 : static_cast<int>(*found & 0xFFFF);
 }
 
-LegMatch LegFinder::findRun(int legNo, int lastMatch, bool allowRearrangement) {
-  return find(searchRun, legNo, lastMatch, allowRearrangement);
+LegFinder::LegFinder(const LRKLegs& wanted, LRKLegs& searched, const LRKCodes& codesEqualToStart,
+                     const LRKCodes& codesEqualToFinish)
+    : wanted_(wanted),
+      searched_(searched),
+      codesEqualToStart_(codesEqualToStart),
+      codesEqualToFinish_(codesEqualToFinish),
+      isLong_(searched.count() >= longList) {
+  searched.unmarkLegs();
+  if (!isLong_) return;
+  for (Positions* positions : {&legs_, &beginCodes_, &endCodes_}) {
+    positions->reserve(searched.count());
+  }
+  for (int i = 0; i < searched.count(); ++i) {
+    legs_.add(keyOf(searched.beginCode(i), searched.endCode(i)), i);
+    beginCodes_.add(keyOf(searched.beginCode(i)), i);
+    endCodes_.add(keyOf(searched.endCode(i)), i);
+  }
+  for (Positions* positions : {&legs_, &beginCodes_, &endCodes_}) positions->sort();
 }
 
-LegMatch LegFinder::find(Search search, int legNo, int lastMatch, bool allowRearrangement) {
+int LegFinder::legIndex(Code beginCode, Code endCode, int offset) const {
+  return isLong_ ? legs_.first(keyOf(beginCode, endCode), offset)
+                 : searched_.legIndex(beginCode, endCode, offset);
+}
+
+int LegFinder::beginCodeIndex(Code beginCode, int offset) const {
+  return isLong_ ? beginCodes_.first(keyOf(beginCode), offset)
+                 : searched_.beginCodeIndex(beginCode, offset);
+}
+
+int LegFinder::endCodeIndex(Code endCode, int offset) const {
+  return isLong_ ? endCodes_.first(keyOf(endCode), offset)
+                 : searched_.endCodeIndex(endCode, offset);
+}
+
+LegMatch LegFinder::searchLeg(Code beginCode, Code endCode, int offset) const {
+  const int found = legIndex(beginCode, endCode, offset);
+  if (found < 0 || searched_.marked(found)) return {};
+  return {found, found, false};
+}
+
+LegMatch LegFinder::searchRun(Code beginCode, Code endCode, int offset) const {
+  const int first = beginCodeIndex(beginCode, offset);
+  const int last = first < 0 ? -1 : endCodeIndex(endCode, first);
+  if (last < 0) return {};
+  const auto taken = taken_.lower_bound(first);
+  if (taken != taken_.end() && *taken <= last) return {};
+  return {first, last, false};
+}
+
+LegMatch LegFinder::findLeg(int legNo, int lastMatch, bool allowRearrangement) const {
+  return find(&LegFinder::searchLeg, legNo, lastMatch, allowRearrangement);
+}
+
+LegMatch LegFinder::findRun(int legNo, int lastMatch, bool allowRearrangement) const {
+  return find(&LegFinder::searchRun, legNo, lastMatch, allowRearrangement);
+}
+
+LegMatch LegFinder::find(Search search, int legNo, int lastMatch, bool allowRearrangement) const {
   const Code begin = wanted_.beginCode(legNo);
   const Code end = wanted_.endCode(legNo);
-  LegMatch match = search(searched_, begin, end, lastMatch + 1);
+  LegMatch match = (this->*search)(begin, end, lastMatch + 1);
   if (match || !allowRearrangement) return match;
-  match = search(searched_, begin, end, 0);
+  match = (this->*search)(begin, end, 0);
   match.fromBeginning = true;
   return match ? match : findUnderOtherCodes(search, legNo, lastMatch);
 }
 
-LegMatch LegFinder::findUnderOtherCodes(Search search, int legNo, int lastMatch) {
+LegMatch LegFinder::findUnderOtherCodes(Search search, int legNo, int lastMatch) const {
   const Code begin = wanted_.beginCode(legNo);
   const Code end = wanted_.endCode(legNo);
   if (isStartCode(begin) || codesEqualToStart_.codeExists(begin)) {
     const LegMatch match =
         inTwoPasses(lastMatch + 1, codesEqualToStart_, wanted_.beginCode(0),
-                    [&](Code code, int offset) { return search(searched_, code, end, offset); });
+                    [&](Code code, int offset) { return (this->*search)(code, end, offset); });
     if (match) return match;
   }
   if (isFinishCode(end) || codesEqualToFinish_.codeExists(end)) {
-    return inTwoPasses(
-        lastMatch + 1, codesEqualToFinish_, wanted_.endCode(wanted_.count() - 1),
-        [&](Code code, int offset) { return search(searched_, begin, code, offset); });
+    return inTwoPasses(lastMatch + 1, codesEqualToFinish_, wanted_.endCode(wanted_.count() - 1),
+                       [&](Code code, int offset) { return (this->*search)(begin, code, offset); });
   }
   return {};
 }
 
-void LegFinder::setMarks(const LegMatch& match, bool marked) {
+void LegFinder::take(const LegMatch& match) {
   if (!match) return;
-  for (int i = match.first; i <= match.last; ++i) searched_.marked(i, marked);
+  for (int i = match.first; i <= match.last; ++i) {
+    searched_.marked(i, true);
+    taken_.insert(taken_.end(), i);
+  }
 }
 
 }  // namespace larkstone

@@ -3,12 +3,16 @@
 // The one search by which a leg of one list is found in another: for legsMatch() and for the
 // mapping of a runner onto a course.
 
+#include <cstdint>
+#include <set>
+#include <vector>
+
 #include "larkstone/geometry/codes.hpp"
 #include "larkstone/geometry/legs.hpp"
 
 namespace larkstone {
 
-/// A run of legs found and marked in the searched list; a single leg has first == last.
+/// A run of legs found in the searched list; a single leg has first == last.
 struct LegMatch {
   int first = -1;
   int last = -1;
@@ -17,38 +21,62 @@ struct LegMatch {
   explicit operator bool() const { return first >= 0; }
 };
 
-/// Finds legs of `wanted` in `searched`. Without rearrangement only the leg's own codes behind the
-/// last match count. With it, the own codes are looked for behind the last match and then from the
+/// Finds legs of `wanted` in `searched`, and knows which ones were taken: a search whose first hit
+/// is taken (marked) finds nothing. Without rearrangement only the leg's own codes behind the last
+/// match count. With it, the own codes are looked for behind the last match and then from the
 /// beginning; then, in the same two passes, a leg from the start (to the finish) under the codes
 /// that act as start (finish) and last under the code that `wanted` begins (ends) with.
 class LegFinder {
  public:
+  /// All legs of `searched` become unmarked; only take() may mark them from here on.
   LegFinder(const LRKLegs& wanted, LRKLegs& searched, const LRKCodes& codesEqualToStart,
-            const LRKCodes& codesEqualToFinish)
-      : wanted_(wanted),
-        searched_(searched),
-        codesEqualToStart_(codesEqualToStart),
-        codesEqualToFinish_(codesEqualToFinish) {}
+            const LRKCodes& codesEqualToFinish);
 
-  /// A single leg of `searched` with the codes of leg `legNo`, marked.
-  LegMatch findLeg(int legNo, int lastMatch, bool allowRearrangement);
-  /// A run of consecutive legs from the begin code to the end code, all marked.
-  LegMatch findRun(int legNo, int lastMatch, bool allowRearrangement);
+  /// A single leg of `searched` with the codes of leg `legNo`.
+  LegMatch findLeg(int legNo, int lastMatch, bool allowRearrangement) const;
+  /// A run of consecutive legs from the begin code to the end code.
+  LegMatch findRun(int legNo, int lastMatch, bool allowRearrangement) const;
 
-  void unmark(const LegMatch& match) { setMarks(match, false); }
-  void mark(const LegMatch& match) { setMarks(match, true); }
+  /// Marks what was found, so that it is not found again.
+  void take(const LegMatch& match);
 
  private:
-  using Search = LegMatch (*)(LRKLegs&, Code beginCode, Code endCode, int offset);
+  using Search = LegMatch (LegFinder::*)(Code beginCode, Code endCode, int offset) const;
 
-  LegMatch find(Search search, int legNo, int lastMatch, bool allowRearrangement);
-  LegMatch findUnderOtherCodes(Search search, int legNo, int lastMatch);
-  void setMarks(const LegMatch& match, bool marked);
+  /// Positions of legs by what they are looked for under, so that long lists are not walked through
+  /// again and again.
+  class Positions {
+   public:
+    void reserve(int count) { entries_.reserve(static_cast<std::size_t>(count)); }
+    void add(std::uint32_t key, int position) { entries_.push_back(entryOf(key, position)); }
+    void sort();
+    /// The first position of the key at or behind offset, or -1.
+    int first(std::uint32_t key, int offset) const;
+
+   private:
+    static std::uint64_t entryOf(std::uint32_t key, int position) {
+      return std::uint64_t{key} << 32 | static_cast<std::uint32_t>(position);
+    }
+    std::vector<std::uint64_t> entries_;
+  };
+
+  int legIndex(Code beginCode, Code endCode, int offset) const;
+  int beginCodeIndex(Code beginCode, int offset) const;
+  int endCodeIndex(Code endCode, int offset) const;
+  LegMatch searchLeg(Code beginCode, Code endCode, int offset) const;
+  LegMatch searchRun(Code beginCode, Code endCode, int offset) const;
+  LegMatch find(Search search, int legNo, int lastMatch, bool allowRearrangement) const;
+  LegMatch findUnderOtherCodes(Search search, int legNo, int lastMatch) const;
 
   const LRKLegs& wanted_;
   LRKLegs& searched_;
   const LRKCodes& codesEqualToStart_;
   const LRKCodes& codesEqualToFinish_;
+  const bool isLong_;  // only long lists have positions
+  Positions legs_;
+  Positions beginCodes_;
+  Positions endCodes_;
+  std::set<int> taken_;
 };
 
 }  // namespace larkstone

@@ -185,21 +185,18 @@ LRKLegs LRKLegs::commonLegs(LRKLegs& legsToCompare, bool allowRearrangement,
 bool LRKLegs::legsMatch(LRKLegs& legsToMatch, enmRequiredLegs requiredLegs, bool allowMerging,
                         bool allowRearrangement, const LRKCodes& codesEqualToStart,
                         const LRKCodes& codesEqualToFinish) const {
-  legsToMatch.unmarkLegs();
   LegFinder finder(*this, legsToMatch, codesEqualToStart, codesEqualToFinish);
   int position = -1;
   int matched = 0;
   for (int i = 0; i < count(); ++i) {
     LegMatch found = finder.findLeg(i, position, allowRearrangement);
-    finder.unmark(found);
     if (allowMerging && !allowRearrangement) {
       const LegMatch run = finder.findRun(i, position, false);
-      finder.unmark(run);
       if (run && !(found && found.first < run.first)) found = run;
     }
-    finder.mark(found);
     if (!found && allowRearrangement) found = finder.findLeg(i, -1, true);
     if (!found && allowRearrangement && allowMerging) found = finder.findRun(i, -1, true);
+    finder.take(found);
     if (found) {
       position = found.last;
       ++matched;

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "larkstone/core/code_text.hpp"
+#include "larkstone/core/time.hpp"
 #include "larkstone/geometry/codes.hpp"
 #include "larkstone/geometry/legs.hpp"
 
@@ -158,6 +159,14 @@ std::vector<Code> LRKPunches::codeArray() const {
   codes.reserve(punches_.size());
   for (const Punch& punch : punches_) codes.push_back(punch.code);
   return codes;
+}
+
+enmTimeAccuracy LRKPunches::highestTimeAccuracy(int firstIndex) const {
+  enmTimeAccuracy finest = etacHours;
+  for (int i = firstIndex; i < count() && finest != etacHundredthsSeconds; ++i) {
+    finest = std::min(finest, getTimeAccuracy(time(i)));
+  }
+  return finest;
 }
 
 Time LRKPunches::timeFromCode(Code code, int occurenceIndex) const {

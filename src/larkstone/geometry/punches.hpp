@@ -80,6 +80,8 @@ class LRKPunches {
                             enmCodeStringConversion codeStringConversion = ecscDefault,
                             std::string_view delimiter = "-") const;
   std::vector<Code> codeArray() const;
+  /// The finest accuracy of the times from firstIndex on; hours without any.
+  enmTimeAccuracy highestTimeAccuracy(int firstIndex = 0) const;
   /// The time of the occurrence (from 0) of the code; 0 if there is none.
   Time timeFromCode(Code code, int occurenceIndex = 0) const;
   bool punchExists(Code code, int offset = 0) const { return punchIndex(code, offset) >= 0; }

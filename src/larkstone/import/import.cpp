@@ -93,9 +93,7 @@ const std::string& LRKImport::master() const { return session_->master; }
 void LRKImport::master(std::string name) { session_->master = std::move(name); }
 const std::string& LRKImport::tempFilePath() const { return session_->tempFilePath; }
 void LRKImport::tempFilePath(std::string path) {
-  if (path.empty()) path = ".";
-  if (path.back() != '\\') path += '\\';
-  session_->tempFilePath = std::move(path);
+  session_->tempFilePath = folderPath(std::move(path));
 }
 
 void LRKImport::onWorkProgress(std::function<void(float)> notify) {

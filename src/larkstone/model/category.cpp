@@ -5,7 +5,6 @@
 #include <unordered_set>
 
 #include "larkstone/core/text.hpp"
-#include "larkstone/core/time.hpp"
 
 namespace larkstone {
 
@@ -92,10 +91,8 @@ enmTimeAccuracy LRKCategory::getHighestTimeAccuracy(bool onlyCheckResultTimes) c
   enmTimeAccuracy finest = etacHours;
   for (const LRKRunner& runner : runners_) {
     const LRKPunches& punches = runner.punches();
-    for (int i = onlyCheckResultTimes ? std::max(punches.count() - 1, 0) : 0; i < punches.count();
-         ++i) {
-      finest = std::min(finest, getTimeAccuracy(punches.time(i)));
-    }
+    const int first = onlyCheckResultTimes ? std::max(punches.count() - 1, 0) : 0;
+    finest = std::min(finest, punches.highestTimeAccuracy(first));
   }
   return finest;
 }
@@ -123,13 +120,19 @@ LRKLegs LRKCategory::getAllRunnersLegs() const {
     for (int i = 0; i + 1 < punches.count(); ++i) {
       const Code begin = punches.code(i);
       const Code end = punches.code(i + 1);
-      if (!known.insert(legKey(begin, end)).second) continue;
-      const int added = legs.add(begin, end, 0, 0);
-      if (added < 0 || !legLengthSet(begin, end)) continue;
-      legs.length(added, saturated<Length>(std::int64_t{legLength(begin, end)} * 100));
+      if (known.insert(legKey(begin, end)).second) legs.add(begin, end, 0, 0);
     }
   }
+  setLengths(legs);
   return legs;
+}
+
+// The table holds metres, a leg list centimetres.
+void LRKCategory::setLengths(LRKLegs& legs) const {
+  for (int i = 0; i < legs.count(); ++i) {
+    const Length* metres = legLengths_.find(legKey(legs.beginCode(i), legs.endCode(i)));
+    if (metres != nullptr) legs.length(i, saturated<Length>(std::int64_t{*metres} * 100));
+  }
 }
 
 void LRKCategory::addTimeOffset(Time offset, int code) {

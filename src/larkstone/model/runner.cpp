@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
 
 namespace larkstone {
@@ -177,11 +178,14 @@ void LRKRunner::initializeTimes(bool onlyQualifyIfStatusIsOK) {
 }
 
 void LRKRunner::subtractTimeLoss() {
+  const auto subtract = [](Time& time, Time loss) {
+    time = saturated<Time>(std::int64_t{time} - loss);
+  };
   for (int i = 0; i < static_cast<int>(table_.size()); ++i) {
     LegTable& table = leg(i);
-    if (!isTimeDisq(i, elstTotal)) table.total -= table.timeLoss;
-    if (i >= 1 && !isDisq(table.begin)) table.begin -= leg(i - 1).timeLoss;
-    if (!isTimeDisq(i, elstPassingEnd)) table.end -= table.timeLoss;
+    if (!isTimeDisq(i, elstTotal)) subtract(table.total, table.timeLoss);
+    if (i >= 1 && !isDisq(table.begin)) subtract(table.begin, leg(i - 1).timeLoss);
+    if (!isTimeDisq(i, elstPassingEnd)) subtract(table.end, table.timeLoss);
   }
   for (LegTable& table : table_) table.timeLoss = 0;
 }

@@ -1,0 +1,207 @@
+#include "cli/analysis_options.hpp"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include <CLI/CLI.hpp>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/core/text.hpp"
+
+#include "cli/course_choice.hpp"
+#include "cli/report.hpp"
+
+namespace larkstone::cli {
+
+namespace {
+
+struct SortKeyName {
+  enmSort key;
+  std::string_view name;
+};
+constexpr SortKeyName sortKeys[] = {
+#define LRK_SORT_KEY(number, name) {name, #name},
+#include "larkstone/core/sort_keys.def"
+};
+
+std::optional<enmSort> sortKeyNamed(std::string_view text) {
+  constexpr std::string_view prefix = "esor";
+  for (const SortKeyName& entry : sortKeys) {
+    if (entry.key > esorUnsorted && equalNoCase(entry.name.substr(prefix.size()), text)) {
+      return entry.key;
+    }
+  }
+  return equalNoCase(text, "unsorted") ? std::optional(esorUnsorted) : std::nullopt;
+}
+
+SortOption sortOption(const std::string& text) {
+  const auto refuse = [&text] {
+    throw CLI::ValidationError("--sort", "'" + text + "' is not KEY[:LEG][:desc]");
+  };
+  SortOption option;
+  std::string_view rest = text;
+  const auto next = [&rest] {
+    const auto colon = rest.find(':');
+    const std::string_view part = rest.substr(0, colon);
+    rest = colon == std::string_view::npos ? "" : rest.substr(colon + 1);
+    return part;
+  };
+  const std::optional<enmSort> key = sortKeyNamed(next());
+  if (!key) refuse();
+  option.key = *key;
+  while (!rest.empty()) {
+    const std::string_view part = next();
+    const std::optional<double> leg = wholeNumber(part);
+    if (part == "desc") {
+      option.ascending = false;
+    } else if (leg && *leg >= 1 && *leg <= LRK_MAX_LIST) {
+      option.legNo = static_cast<int>(*leg) - 1;
+    } else {
+      refuse();
+    }
+  }
+  return option;
+}
+
+template <class Value>
+void addChoice(CLI::App& command, const std::string& name, Value& value, const std::string& help,
+               const std::map<std::string, Value>& choices) {
+  std::string names;
+  for (const auto& [text, unused] : choices) names += (names.empty() ? "" : "|") + text;
+  command.add_option(name, value, help)
+      ->transform(CLI::CheckedTransformer(choices))
+      ->type_name(names);
+}
+
+void addTimeLossOptions(CLI::App& command, AnalysisOptions& options) {
+  addChoice<enmTimeLossCalculationMethod>(
+      command, "--time-loss-method", options.timeLossMethod,
+      "What lost time is measured against: the fastest group's time (top) or the best (best)",
+      {{"top", etlcCompareToTopTime}, {"best", etlcCompareToBestTime}});
+  command.add_option("--time-loss-time", options.timeLossSeconds, "A time loss is above this time")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.0, 100000.0))
+      ->capture_default_str();
+  command
+      .add_option("--time-loss-percent", options.timeLossPercent,
+                  "A time loss is above this share of the expected time")
+      ->type_name("P")
+      ->check(CLI::Range(0.0, 1000.0))
+      ->capture_default_str();
+  command.add_flag("--time-loss-either", options.timeLossEither, "One of the two is enough");
+  command
+      .add_option("--time-loss-percentile", options.timeLossPercentile,
+                  "Which of a runner's legs counts as normal speed")
+      ->type_name("P")
+      ->check(CLI::Range(0.0, 1.0))
+      ->capture_default_str();
+  command.add_flag("--without-time-loss", options.withoutTimeLoss,
+                   "Take the time loss out of the times");
+}
+
+int categoryNamed(const LRKEvent& event, const std::string& name) {
+  const auto find = [&](auto equal) {
+    for (int i = 0; i < event.noOfCategories(); ++i) {
+      if (equal(event.categoryName(i))) return i;
+    }
+    return -1;
+  };
+  const int exact = find([&name](const std::string& other) { return other == name; });
+  return exact >= 0 ? exact
+                    : find([&name](const std::string& other) { return equalNoCase(other, name); });
+}
+
+}  // namespace
+
+void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
+  command.add_option("-c,--category", options.categories, "A category by name; may be repeated")
+      ->type_name("NAME")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  addChoice<enmRequiredLegs>(command, "--required-legs", options.requiredLegs,
+                             "Which legs of the course a runner must have run",
+                             {{"exactly-all", erqlExactlyAll},
+                              {"all", erqlAll},
+                              {"at-least-one", erqlAtLeastOne},
+                              {"none", erqlNone}});
+  command.add_flag("--rearrange", options.rearrange, "Legs may have been run in any order");
+  command.add_flag("--merge", options.merge, "A leg may have been run over other controls");
+  addChoice<int>(command, "--accuracy", options.accuracy, "Cut times to this accuracy",
+                 {{"auto", etacAuto},
+                  {"hundredths", etacHundredthsSeconds},
+                  {"tenths", etacTenthsSeconds},
+                  {"seconds", etacSeconds}});
+  addTimeLossOptions(command, options);
+  command
+      .add_option("--top-percentile", options.topPercentile,
+                  "The share of the runners who make up a leg's top time")
+      ->type_name("P")
+      ->check(CLI::Range(0.0, 1.0))
+      ->capture_default_str();
+  command.add_flag("--no-time-correction", options.noTimeCorrection,
+                   "Leave zero and negative leg times as they are");
+  command.add_option("--flags", options.flags, "Calculation stages, a sum of 1, 2, 4, 8 and 16")
+      ->type_name("N")
+      ->check(CLI::Range(0, static_cast<int>(eccfComplete)))
+      ->capture_default_str();
+  command
+      .add_option_function<std::string>(
+          "--sort", [&options](const std::string& text) { options.sort = sortOption(text); },
+          "Order of the runners, e.g. resultTime or legTime:3:desc (leg 1 is the first)")
+      ->type_name("KEY[:LEG][:desc]");
+  command
+      .add_option("--course-legs", options.courseLegs,
+                  "The course: what most runners ran, the first runner's, or its controls")
+      ->type_name("auto|first|S-31-32-F")
+      ->check([](const std::string& text) {
+        return isCourseText(text) ? std::string() : "'" + text + "' is no course";
+      })
+      ->capture_default_str();
+}
+
+bool findCategories(const LRKEvent& event, const std::string& file, const AnalysisOptions& options,
+                    std::vector<int>& indices) {
+  indices.clear();
+  for (const std::string& name : options.categories) {
+    const int index = categoryNamed(event, name);
+    if (index < 0) {
+      sayError(file, "no category named '" + name + "'");
+      return false;
+    }
+    indices.push_back(index);
+  }
+  if (options.categories.empty()) {
+    for (int i = 0; i < event.noOfCategories(); ++i) indices.push_back(i);
+  }
+  return true;
+}
+
+std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
+                                            const AnalysisOptions& options,
+                                            const CommonOptions& common) {
+  CourseChoice choice = courseFromText(options.courseLegs, category).value_or(CourseChoice{});
+  auto course = std::make_unique<LRKCourse>(
+      category.toCourse(options.requiredLegs, options.rearrange || choice.allowRearrangement,
+                        options.merge || choice.allowMerging, choice.legs));
+  if (options.accuracy >= 0) course->timeAccuracy(static_cast<enmTimeAccuracy>(options.accuracy));
+  course->timeLossCalculationMethod(options.timeLossMethod);
+  course->timeLossConditionTime(roundHalfEven(options.timeLossSeconds * 100));
+  course->timeLossConditionPercent(options.timeLossPercent);
+  course->timeLossConditionBoth(!options.timeLossEither);
+  course->timeLossPercentile(options.timeLossPercentile);
+  course->topPercentile(options.topPercentile);
+  course->timesWithoutTimeLoss(options.withoutTimeLoss);
+  course->correctZeroAndNegativeTimes(!options.noTimeCorrection);
+  {
+    Progress progress(common, category.name());
+    course->onAction([&progress](std::string_view, float fraction) {
+      progress.show(static_cast<double>(fraction));
+    });
+    course->calculate(static_cast<enmCourseCalculationFlags>(options.flags));
+    course->onAction({});
+  }
+  return course;
+}
+
+}  // namespace larkstone::cli

@@ -1,0 +1,58 @@
+#pragma once
+
+// The options that analyse and table share, and the course they lead to.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "larkstone/analysis/course.hpp"
+#include "larkstone/event/event.hpp"
+
+#include "cli/program.hpp"
+
+namespace CLI {
+class App;
+}
+
+namespace larkstone::cli {
+
+/// KEY[:LEG][:desc], the leg counted from 1.
+struct SortOption {
+  enmSort key = esorResultTime;
+  int legNo = -1;  ///< from 0; -1 is the last leg
+  bool ascending = true;
+};
+
+struct AnalysisOptions {
+  std::vector<std::string> categories;
+  enmRequiredLegs requiredLegs = erqlAtLeastOne;
+  bool rearrange = false;
+  bool merge = false;
+  int accuracy = -1;  ///< -1: the category's
+  enmTimeLossCalculationMethod timeLossMethod = etlcCompareToTopTime;
+  double timeLossSeconds = 20;
+  float timeLossPercent = 0.2F;
+  bool timeLossEither = false;
+  double timeLossPercentile = 0.5;
+  float topPercentile = 0.25F;
+  bool withoutTimeLoss = false;
+  bool noTimeCorrection = false;
+  int flags = eccfComplete;
+  SortOption sort;
+  std::string courseLegs = "auto";
+};
+
+void addAnalysisOptions(CLI::App& command, AnalysisOptions& options);
+
+/// The display indices of the categories that the options name, all without a name. False, after
+/// saying so, when one of them is not there.
+bool findCategories(const LRKEvent& event, const std::string& file, const AnalysisOptions& options,
+                    std::vector<int>& indices);
+
+/// The category's course, calculated but not yet sorted.
+std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
+                                            const AnalysisOptions& options,
+                                            const CommonOptions& common);
+
+}  // namespace larkstone::cli

@@ -1,0 +1,104 @@
+// larkstone import: result lists into an event file.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/import/import.hpp"
+
+#include "cli/event_input.hpp"
+#include "cli/interrupt.hpp"
+#include "cli/program.hpp"
+#include "cli/report.hpp"
+
+namespace larkstone::cli {
+
+namespace {
+
+struct Options {
+  CommonOptions common;
+  ImportOptions import;
+  std::vector<std::string> files;
+};
+
+// A format by its number, its name, or its name without the prefix: 40, LRK_IMPORT_XML, xml.
+int formatNamed(const std::string& text) {
+  std::string wanted = lowered(text);
+  for (char& c : wanted) c = c == '-' ? '_' : c;
+  for (std::int32_t code = LRK_IMPORT_LRK; code <= LRK_IMPORT_AUTO; ++code) {
+    const std::string name = lowered(importName(code));
+    if (name.empty()) continue;
+    if (wanted == std::to_string(code) || wanted == name || "lrk_import_" + wanted == name) {
+      return code;
+    }
+  }
+  throw CLI::ValidationError("--format", "no format '" + text + "'");
+}
+
+Time zeroTime(const std::string& text) {
+  const Time time = stringToTime(text);
+  if (isDisq(time)) throw CLI::ValidationError("--zero-time", "no time: " + text);
+  return time;
+}
+
+int import(const Options& options) {
+  const InterruptGuard guard;
+  LRKEvent event;
+  event.tempFilePath(workingFolder());
+  std::int32_t code = event.createNewEvent(options.common.output, true);
+  int exitCode = exitDone;
+  for (const std::string& file : options.files) {
+    if (code != 0) break;
+    const int imported = importInto(event, file, options.import, options.common);
+    if (imported != exitDone) exitCode = imported;
+    if (imported == exitFailed || imported == exitInterrupted) return imported;
+  }
+  if (code == 0) code = event.saveEvent();
+  if (code != 0) {
+    sayError(options.common.output, errorText(code), errorName(code));
+    return exitFailed;
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+Run declareImport(CLI::App& command) {
+  const auto options = std::make_shared<Options>();
+  command.add_option("FILE", options->files, "Result lists; all go into one event")->required();
+  addCommonOptions(command, options->common);
+  command.get_option("--output")->required();
+  command
+      .add_option_function<std::string>(
+          "--format",
+          [options](const std::string& text) { options->import.format = formatNamed(text); },
+          "Take this format instead of detecting one (as `larkstone detect` names it)")
+      ->type_name("NAME");
+  command
+      .add_option_function<std::string>(
+          "--zero-time",
+          [options](const std::string& text) { options->import.zeroTime = zeroTime(text); },
+          "Clock time that the list's start times count from, e.g. 10:00:00")
+      ->type_name("T");
+  command
+      .add_option("--parallel", options->import.parallelMode,
+                  "Which of several runners on one relay leg counts")
+      ->transform(CLI::CheckedTransformer(std::map<std::string, enmRelayParallelMode>{
+          {"fastest", erpmFastestTime}, {"slowest", erpmSlowestTime}}))
+      ->type_name("fastest|slowest");
+  command.add_option("--master", options->import.master, "Who imports: creator and last modifier")
+      ->type_name("NAME");
+  return [options] {
+    if (options->common.output == "-") {
+      sayError("larkstone import", "an event file cannot go to standard output");
+      return static_cast<int>(exitUsage);
+    }
+    return import(*options);
+  };
+}
+
+}  // namespace larkstone::cli

@@ -1,0 +1,136 @@
+// larkstone table: the split table of one category as a web page.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/online/table.hpp"
+
+#include "cli/analysis_options.hpp"
+#include "cli/captions.hpp"
+#include "cli/event_input.hpp"
+#include "cli/html_page.hpp"
+#include "cli/interrupt.hpp"
+#include "cli/output.hpp"
+#include "cli/program.hpp"
+#include "cli/report.hpp"
+
+namespace larkstone::cli {
+
+namespace {
+
+struct TableOptions {
+  CommonOptions common;
+  AnalysisOptions analysis;
+  std::string file;
+  bool html = true;
+  std::string language;  // FILE:COLUMN
+  bool places = false;
+  bool startTimes = false;
+  bool finishTimes = false;
+  bool relative = false;
+  bool tooltips = false;
+  int top = 0;
+  std::string baseURL;
+};
+
+// The captions of the language file, or English ones. False, after saying so, when the file cannot
+// be read.
+bool setCaptions(clsLarkstoneOnlineTable& table, const std::string& language) {
+  if (language.empty()) {
+    for (const Caption& caption : englishCaptions()) {
+      table.caption(caption.key, std::string(caption.text));
+    }
+    return true;
+  }
+  const auto colon = language.rfind(':');
+  const bool hasColumn = colon != std::string::npos && wholeNumber(language.substr(colon + 1));
+  const std::string file = hasColumn ? language.substr(0, colon) : language;
+  const int column = hasColumn ? leadingInteger(language.substr(colon + 1)) : 0;
+  if (table.setLanguage(file, column)) return true;
+  sayError(file, "the language file could not be read");
+  return false;
+}
+
+void sortRunners(clsLarkstoneOnlineTable& table, LRKCourse& course, const SortOption& sort) {
+  if (sort.ascending) {
+    table.sort(sort.key, sort.legNo);
+  } else {
+    course.sortRunners(sort.key, sort.legNo, false);
+  }
+}
+
+int writeTable(const TableOptions& options, const EventInput& input, int categoryIndex) {
+  const auto category = input.event->category(categoryIndex);
+  if (!category) {
+    sayError(options.file, "the category could not be read");
+    return exitFailed;
+  }
+  const auto course = calculatedCourse(*category, options.analysis, options.common);
+  clsLarkstoneOnlineTable table;
+  table.course(course.get());
+  setLooks(table);
+  if (!setCaptions(table, options.language)) return exitFailed;
+  table.showPlaces(options.places);
+  table.showStartTimes(options.startTimes);
+  table.showFinishTimes(options.finishTimes);
+  table.relativeLegTimes(options.relative);
+  table.relativeTotalTimes(options.relative);
+  table.showTooltips(options.tooltips);
+  table.topPlace(static_cast<std::int16_t>(options.top));
+  table.baseURL(options.baseURL);
+  sortRunners(table, *course, options.analysis.sort);
+  table.createHTMLTable();
+  if (interrupted()) return exitInterrupted;
+
+  Output output(options.common.output);
+  output.write(pageOf(table, input.event->name(), category->name()));
+  return output.close() ? input.exitCode : exitFailed;
+}
+
+int tableCommand(const TableOptions& options) {
+  const InterruptGuard guard;
+  const EventInput input = openInput(options.file, options.common);
+  if (!input.event) return input.exitCode;
+  std::vector<int> categories;
+  if (!findCategories(*input.event, options.file, options.analysis, categories)) return exitFailed;
+  if (categories.empty()) {
+    sayError(options.file, "there is no category");
+    return exitFailed;
+  }
+  if (categories.size() != 1) {
+    sayError(options.file, "name one category with -c (`larkstone info` lists them)");
+    return exitUsage;
+  }
+  return writeTable(options, input, categories.front());
+}
+
+}  // namespace
+
+Run declareTable(CLI::App& command) {
+  const auto options = std::make_shared<TableOptions>();
+  command.add_option("FILE", options->file, "An event file or a result list")->required();
+  command.add_flag("--html", options->html, "Write a complete web page (the default)");
+  command
+      .add_option("--language", options->language,
+                  "Captions from a tab-separated file; column 0 is the first behind the keys")
+      ->type_name("FILE:COLUMN");
+  command.add_flag("--places", options->places, "Show places beside times");
+  command.add_flag("--start-times", options->startTimes, "Show start times");
+  command.add_flag("--finish-times", options->finishTimes, "Show finish times");
+  command.add_flag("--relative", options->relative, "Show times relative to the best");
+  command.add_flag("--tooltips", options->tooltips, "Explain time losses and estimated times");
+  command.add_option("--top", options->top, "Mark the places up to this one")
+      ->type_name("N")
+      ->check(CLI::Range(0, 32767));
+  command.add_option("--base-url", options->baseURL, "Make the captions links that sort")
+      ->type_name("URL");
+  addAnalysisOptions(command, options->analysis);
+  addCommonOptions(command, options->common);
+  return [options] { return tableCommand(*options); };
+}
+
+}  // namespace larkstone::cli

@@ -1,0 +1,31 @@
+#pragma once
+
+// Over which legs a category is analysed.
+
+#include <optional>
+#include <string>
+
+#include "larkstone/model/category.hpp"
+
+namespace larkstone::cli {
+
+/// The legs of an analysis and how runners may have run them. Without legs, the first runner's.
+struct CourseChoice {
+  std::optional<LRKLegs> legs;
+  bool allowRearrangement = false;
+  bool allowMerging = false;
+};
+
+/// What an organiser means by the course of a category: the sequence of controls that most OK
+/// runners ran (most of all, when none is OK; the first of equals). When the OK runners ran several
+/// sequences (each by two runners or a tenth of them), the category is forked: if all these hold
+/// the same legs, the sequence with rearrangement, else the controls common to all, with merging.
+CourseChoice chooseCourse(const LRKCategory& category);
+
+/// "auto", "first" or a course like "S-31-32-F". Nothing for any other text.
+std::optional<CourseChoice> courseFromText(const std::string& text, const LRKCategory& category);
+
+/// Whether courseFromText() knows the text.
+bool isCourseText(const std::string& text);
+
+}  // namespace larkstone::cli

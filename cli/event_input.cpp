@@ -1,0 +1,116 @@
+#include "cli/event_input.hpp"
+
+#include <filesystem>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "larkstone/import/import.hpp"
+#include "larkstone/platform/file.hpp"
+
+#include "cli/interrupt.hpp"
+#include "cli/report.hpp"
+
+namespace larkstone::cli {
+
+namespace {
+
+// What an import left out: counted, or named one by one on request.
+class Omissions {
+ public:
+  Omissions(const CommonOptions& options, std::string file)
+      : options_(options), file_(std::move(file)) {}
+
+  void add(const ImportNote& note) {
+    ++count_;
+    if (options_.verbose) {
+      sayWarning(options_, file_, std::string(note.where) + ": " + std::string(note.what));
+    }
+  }
+
+  void sayCount() const {
+    if (count_ == 0) return;
+    const std::string items = count_ == 1 ? "1 item" : std::to_string(count_) + " items";
+    sayWarning(options_, file_,
+               items + " left out or unreadable" + (options_.verbose ? "" : " (-v names them)"));
+  }
+
+ private:
+  const CommonOptions& options_;
+  std::string file_;
+  int count_ = 0;
+};
+
+EventInput failed(const std::string& file, std::string_view what, std::string_view name) {
+  sayError(file, what, name);
+  return {nullptr, exitFailed};
+}
+
+EventInput openEventFile(const std::string& file, const CommonOptions& options) {
+  EventInput input{std::make_unique<LRKEvent>(), exitDone};
+  input.event->tempFilePath(workingFolder());
+  const std::int32_t code = input.event->openEvent(file);
+  if (code == LRK_UNKNOWN_FILE_VERSION) {
+    sayWarning(options, file, errorText(code), errorName(code));
+    input.exitCode = exitWarning;
+  } else if (code != 0) {
+    return failed(file, errorText(code), errorName(code));
+  }
+  return input;
+}
+
+}  // namespace
+
+CodeText importCodeText(std::int32_t code) { return {importName(code), importText(code)}; }
+
+int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
+               const CommonOptions& options) {
+  Omissions omissions(options, file);
+  Progress progress(options, "importing");
+  LRKImport importer;
+  importer.tempFilePath(workingFolder());
+  importer.master(import.master);
+  importer.onNote([&](const ImportNote& note) { omissions.add(note); });
+  importer.onWorkProgress([&](float fraction) {
+    progress.show(static_cast<double>(fraction));
+    if (interrupted()) importer.Cancel();
+  });
+  const int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
+  const std::int32_t code =
+      importer.import_parallel(format, event, file, import.zeroTime, import.parallelMode);
+  progress.clear();
+  omissions.sayCount();
+  if (code == LRK_IMPORT_CANCELLED) return exitInterrupted;
+  if (code == 0) return exitDone;
+  const CodeText text = importCodeText(code);
+  if (code == LRK_IMPORT_IOF_XML_BLANK_NAMES) {
+    sayWarning(options, file, text.meaning, text.name);
+    return exitWarning;
+  }
+  sayError(file, text.meaning, text.name);
+  return exitFailed;
+}
+
+std::string workingFolder() {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+  return error ? std::string() : folder.string() + "\\";
+}
+
+EventInput openInput(const std::string& file, const CommonOptions& options) {
+  LRKImport importer;
+  if (importer.determineLRKFileFormat(file) == LRK_IMPORT_LRK_LRK4) {
+    return openEventFile(file, options);
+  }
+  EventInput input{std::make_unique<LRKEvent>(), exitDone};
+  input.event->tempFilePath(workingFolder());
+  // The name is only a name: nothing is written under it unless the event is saved.
+  const std::int32_t code =
+      input.event->createNewEvent(nativePath(workingFolder()) + "import.lrk4", true);
+  if (code != 0) return failed(workingFolder(), errorText(code), errorName(code));
+  input.exitCode = importInto(*input.event, file, {}, options);
+  if (input.exitCode != exitDone && input.exitCode != exitWarning) input.event.reset();
+  return input;
+}
+
+}  // namespace larkstone::cli

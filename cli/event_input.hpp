@@ -1,0 +1,44 @@
+#pragma once
+
+// An event out of any file: an event file is opened, a result list imported.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "larkstone/event/event.hpp"
+
+#include "cli/program.hpp"
+
+namespace larkstone::cli {
+
+/// The name of a format or result code of either vocabulary and what it means.
+struct CodeText {
+  std::string_view name;
+  std::string_view meaning;
+};
+CodeText importCodeText(std::int32_t code);
+
+struct ImportOptions {
+  int format = 0;  ///< 0: an event file is opened, anything else detected
+  Time zeroTime = 0;
+  enmRelayParallelMode parallelMode = erpmFastestTime;
+  std::string master;
+};
+
+/// Imports a result list into an open event; says what was left out and what went wrong. The exit
+/// code: done, failed, warning or interrupted.
+int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
+               const CommonOptions& options);
+
+/// The folder for working files, in the library's form.
+std::string workingFolder();
+
+/// An open event, or none and the exit code.
+struct EventInput {
+  std::unique_ptr<LRKEvent> event;
+  int exitCode = exitDone;
+};
+EventInput openInput(const std::string& file, const CommonOptions& options);
+
+}  // namespace larkstone::cli

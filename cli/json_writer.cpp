@@ -1,0 +1,71 @@
+#include "cli/json_writer.hpp"
+
+#include <cmath>
+#include <cstdio>
+
+#include <nlohmann/json.hpp>
+
+namespace larkstone::cli {
+
+namespace {
+
+// Quoted and escaped; bytes that are not UTF-8 become the replacement character.
+std::string quoted(std::string_view text) {
+  using Json = nlohmann::json;
+  return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace
+
+void JsonWriter::separate() {
+  if (afterKey_) {
+    afterKey_ = false;
+    return;
+  }
+  if (!hasElements_.empty()) {
+    if (hasElements_.back()) output_.write(", ");
+    hasElements_.back() = true;
+  }
+  if (lineBreak_) output_.write("\n");
+  lineBreak_ = false;
+}
+
+void JsonWriter::begin(char bracket) {
+  separate();
+  output_.write({&bracket, 1});
+  hasElements_.push_back(false);
+}
+
+void JsonWriter::end(char bracket) {
+  hasElements_.pop_back();
+  output_.write({&bracket, 1});
+  if (hasElements_.empty()) output_.write("\n");
+}
+
+void JsonWriter::key(std::string_view name) {
+  separate();
+  output_.write(quoted(name));
+  output_.write(": ");
+  afterKey_ = true;
+}
+
+void JsonWriter::raw(std::string_view token) {
+  separate();
+  output_.write(token);
+}
+
+void JsonWriter::decimal(double value, int digits) {
+  if (!std::isfinite(value)) return null();
+  char text[40];
+  std::snprintf(text, sizeof text, "%.*g", digits, value);
+  raw(text);
+}
+
+void JsonWriter::text(std::string_view utf8) { raw(quoted(utf8)); }
+void JsonWriter::number(std::int64_t value) { raw(std::to_string(value)); }
+void JsonWriter::number(float value) { decimal(static_cast<double>(value), 9); }
+void JsonWriter::number(double value) { decimal(value, 17); }
+void JsonWriter::boolean(bool value) { raw(value ? "true" : "false"); }
+void JsonWriter::null() { raw("null"); }
+
+}  // namespace larkstone::cli

@@ -1,0 +1,37 @@
+#pragma once
+
+// Where a command's result goes: standard output, or a file that appears whole or not at all.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace larkstone {
+class WholeFile;
+}
+
+namespace larkstone::cli {
+
+class Output {
+ public:
+  /// "-" is standard output. Nothing of a file is seen under its name before close().
+  explicit Output(std::string path);
+  ~Output();
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void write(std::string_view text);
+  /// Completes the output; false (after saying why on standard error) when not all of it could be
+  /// written.
+  bool close();
+
+ private:
+  bool flush();
+
+  std::string path_;
+  std::unique_ptr<WholeFile> file_;  // nothing for standard output
+  std::string pending_;
+  bool failed_ = false;
+};
+
+}  // namespace larkstone::cli

@@ -1,0 +1,61 @@
+#pragma once
+
+// What stands in the cells of a split table, whatever it is written as.
+
+#include <string>
+
+#include "larkstone/analysis/course.hpp"
+#include "larkstone/core/enums.hpp"
+#include "larkstone/online/cell_format.hpp"
+
+namespace larkstone {
+
+class clsLarkstoneOnlineTable;
+
+/// A runner's time at a leg and what there is to say about it.
+struct LegCell {
+  std::string time;   ///< empty without a time
+  std::string place;  ///< empty without a time, or when places were not calculated
+  CellKind kind = CellKind::plain;
+  std::string tooltip;
+};
+
+/// Plain texts, not yet escaped for anything; empty where there is nothing to show. Table and
+/// course must outlive it and stay as they are.
+class TableContent {
+ public:
+  TableContent(const clsLarkstoneOnlineTable& table, const LRKCourse& course);
+
+  int noOfLegs() const { return course_.noOfLegs(); }
+  int noOfRunners() const { return course_.noOfRunners(); }
+  bool isLastLeg(int legNo) const { return legNo == noOfLegs() - 1; }
+  /// The style of the times in a runner's second row.
+  enmLegStyle secondRowStyle() const;
+
+  /// "1-2 (32)".
+  std::string legDescription(int legNo) const;
+
+  std::string name(int runner) const { return course_.runner(runner).name(); }
+  std::string club(int runner) const { return course_.runner(runner).club(); }
+  std::string place(int runner) const;
+  std::string startTime(int runner) const;
+  std::string finishTime(int runner) const;
+  /// The caption of the status for a runner without a valid result.
+  std::string finishTimeDifference(int runner) const;
+  LegCell legCell(int runner, int legNo, enmLegStyle style) const;
+
+ private:
+  Time validFinishTime(const LRKRunner& runner) const;
+  std::string statusCaption(enmStatus status) const;
+  std::string legTimeText(Time time, int legNo, enmLegStyle style) const;
+  std::string timeText(Time time) const;
+  std::string differenceText(Time time, Time best) const;
+  std::string text(Time time, enmTimeStyle style) const;
+
+  const clsLarkstoneOnlineTable& table_;
+  const LRKCourse& course_;
+  enmTimeAccuracy accuracy_;
+  std::string delimiters_;
+};
+
+}  // namespace larkstone

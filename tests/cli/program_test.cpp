@@ -1,0 +1,237 @@
+// The program as a user runs it: arguments, exit code, what it prints and what it writes.
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sys/wait.h>
+
+#include "support/temp_folder.hpp"
+
+namespace larkstone {
+namespace {
+
+using test::bytesOf;
+using test::TempFolder;
+using Json = nlohmann::json;
+
+struct Result {
+  int exitCode = -1;
+  std::string out;
+  std::string err;
+};
+
+class ProgramTest : public testing::Test {
+ protected:
+  // Paths and names in the arguments hold no quotes.
+  Result run(const std::string& arguments) const {
+    const std::string err = folder_ / "stderr";
+    const std::string command = std::string(LARKSTONE_PROGRAM) + " " + arguments + " 2>" + err;
+    Result result;
+    std::FILE* pipe = ::popen(command.c_str(), "r");
+    std::array<char, 4096> buffer{};
+    std::size_t count = 0;
+    while ((count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) {
+      result.out.append(buffer.data(), count);
+    }
+    const int status = ::pclose(pipe);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    result.err = bytesOf(err);
+    return result;
+  }
+
+  TempFolder folder_;
+  std::string example_ = std::string(LARKSTONE_EXAMPLES) + "/club-race.xml";
+
+  // Three runners on S-31-32-F. Legs: Ann 60 50 40, Bea 60 60 30, and Cid without a time at 32.
+  std::string race_ = folder_.write("race.xml", R"(<?xml version="1.0"?>
+<ResultList xmlns="http://www.orienteering.org/datastandard/3.0" iofVersion="3.0" creator="test">
+ <Event><Name>R &amp; D</Name><StartTime><Date>2026-05-03</Date></StartTime></Event>
+ <ClassResult><Class><Name>H21</Name></Class>
+  <PersonResult><Person><Name><Family>A &lt;x&gt;</Family><Given>Ann</Given></Name></Person>
+   <Result><StartTime>2026-05-03T10:00:00</StartTime><Time>150</Time><Status>OK</Status>
+    <SplitTime><ControlCode>31</ControlCode><Time>60</Time></SplitTime>
+    <SplitTime><ControlCode>32</ControlCode><Time>110</Time></SplitTime></Result></PersonResult>
+  <PersonResult><Person><Name><Family>B</Family><Given>Bea</Given></Name></Person>
+   <Result><StartTime>2026-05-03T10:02:00</StartTime><Time>150</Time><Status>OK</Status>
+    <SplitTime><ControlCode>31</ControlCode><Time>60</Time></SplitTime>
+    <SplitTime><ControlCode>32</ControlCode><Time>120</Time></SplitTime></Result></PersonResult>
+  <PersonResult><Person><Name><Family>C</Family><Given>Cid</Given></Name></Person>
+   <Result><StartTime>2026-05-03T10:04:00</StartTime><Time>170</Time><Status>MissingPunch</Status>
+    <SplitTime><ControlCode>31</ControlCode><Time>70</Time></SplitTime>
+    <SplitTime status="Missing"><ControlCode>32</ControlCode></SplitTime></Result></PersonResult>
+ </ClassResult>
+</ResultList>
+)");
+};
+
+TEST_F(ProgramTest, EveryCommandExplainsItself) {
+  for (const char* command : {"detect", "import", "info", "analyse", "table"}) {
+    for (const std::string& arguments :
+         {std::string(command) + " --help", "help " + std::string(command)}) {
+      const Result result = run(arguments);
+      EXPECT_EQ(result.exitCode, 0) << arguments;
+      EXPECT_NE(result.out.find("FILE"), std::string::npos) << arguments;
+      EXPECT_EQ(result.err, "");
+    }
+  }
+  EXPECT_EQ(run("--version").out.rfind("larkstone ", 0), 0U);
+  EXPECT_EQ(run("--help").exitCode, 0);
+}
+
+TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
+  for (const std::string& arguments :
+       {std::string(), std::string("run"), std::string("info"), "info --fast " + race_,
+        "analyse --sort speed " + race_, "analyse --sort legTime:0 " + race_,
+        "analyse --course-legs S-x-F " + race_, "analyse --flags 32 " + race_,
+        "import --zero-time soon " + race_ + " -o x.lrk4", "import " + race_}) {
+    const Result result = run(arguments);
+    EXPECT_EQ(result.exitCode, 2) << arguments;
+    EXPECT_NE(result.err.find("--help"), std::string::npos) << arguments;
+    EXPECT_EQ(result.out, "") << arguments;
+  }
+}
+
+TEST_F(ProgramTest, WhatCannotBeReadIsSaidInOneLine) {
+  const std::string other = folder_.write("other.txt", "no result list");
+  const Result missing = run("info " + (folder_ / "none.xml"));
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_NE(missing.err.find("none.xml: "), std::string::npos);
+  EXPECT_NE(missing.err.find("(LRK_IMPORT_FILE_DOES_NOT_EXIST)"), std::string::npos);
+  const Result unknown = run("analyse " + other);
+  EXPECT_EQ(unknown.exitCode, 1);
+  EXPECT_NE(unknown.err.find("(LRK_IMPORT_UNKNOWN)"), std::string::npos);
+  const Result broken = run("info " + folder_.write("broken.lrk4", "lrk4!"));
+  EXPECT_EQ(broken.exitCode, 1);
+  EXPECT_NE(broken.err.find("(LRK_INVALID_FILE_FORMAT)"), std::string::npos);
+  EXPECT_EQ(run("analyse -c D21 " + race_).exitCode, 1);
+}
+
+TEST_F(ProgramTest, FormatsAreNamed) {
+  run("import -o " + (folder_ / "race.lrk4") + " " + race_);
+  const Result result = run("detect " + race_ + " " + (folder_ / "race.lrk4"));
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.out, race_ + ": LRK_IMPORT_XML 40\n" + (folder_ / "race.lrk4") +
+                            ": LRK_IMPORT_LRK_LRK4 34\n");
+  EXPECT_EQ(run("detect " + (folder_ / "none")).exitCode, 1);
+}
+
+TEST_F(ProgramTest, AnEventFileHoldsWhatTheListSays) {
+  const std::string event = folder_ / "race.lrk4";
+  ASSERT_EQ(run("import --master Mia -o " + event + " " + race_ + " " + example_).exitCode, 0);
+  const Json info = Json::parse(run("info --json " + event).out);
+  EXPECT_EQ(info["event"]["createdBy"], "Mia");
+  EXPECT_EQ(info["event"]["startDate"], "2026-05-03");
+  EXPECT_EQ(info["event"]["noOfCategories"], 5);
+  std::map<std::string, int> runners;
+  for (const Json& category : info["categories"])
+    runners[category["name"]] += category["noOfRunners"].get<int>();
+  EXPECT_EQ(runners,
+            (std::map<std::string, int>{{"D21", 9}, {"H21", 16}, {"H45", 8}, {"Sprint", 8}}));
+}
+
+TEST_F(ProgramTest, AnalysisIsTheSameBeforeAndAfterSaving) {
+  const std::string event = folder_ / "race.lrk4";
+  ASSERT_EQ(run("import -o " + event + " " + example_).exitCode, 0);
+  const Result direct = run("analyse " + example_);
+  EXPECT_EQ(direct.exitCode, 0);
+  EXPECT_EQ(direct.err, "");
+  // Only the order of the categories may differ: an opened event sorts them.
+  const auto byName = [](const std::string& text) {
+    std::map<std::string, Json> courses;
+    for (Json course : Json::parse(text)["courses"]) {
+      course.erase("categoryIndex");
+      for (Json& runner : course["runners"]) runner.erase("categoryIndex");
+      courses[course["name"]] = course;
+    }
+    return courses;
+  };
+  EXPECT_EQ(byName(direct.out), byName(run("analyse " + event).out));
+}
+
+TEST_F(ProgramTest, AnalysisOfAHandWorkedRace) {
+  const Json analysis = Json::parse(run("analyse " + race_).out);
+  EXPECT_EQ(analysis["event"]["name"], "R & D");
+  EXPECT_EQ(analysis["event"]["startDate"], "2026-05-03");
+  const Json& course = analysis["courses"][0];
+  EXPECT_EQ(course["refused"], Json::array());
+  const Json& legs = course["legs"];
+  EXPECT_EQ(legs[1]["ordinal"], "1-2");
+  EXPECT_EQ(legs[1]["bestTime"][0], 5000);
+  EXPECT_EQ(legs[1]["noOfQualifiedRunners"][0], 2);
+  EXPECT_EQ(legs[2]["idealTime"], 6000 + 5000 + 3000);
+  // Ann and Bea share the first place, and lose 10 s each to the other on one leg.
+  const Json& runners = course["runners"];
+  EXPECT_EQ(runners[0]["name"], "Ann A <x>");
+  EXPECT_EQ(runners[0]["sortPlace"], 1);
+  EXPECT_EQ(runners[1]["sortPlace"], 1);
+  EXPECT_EQ(runners[1]["legs"][1]["place"][0], 2);
+  EXPECT_EQ(runners[2]["status"], "MisPunch");
+  EXPECT_EQ(runners[2]["resultTime"], nullptr);
+  EXPECT_EQ(runners[2]["sortPlace"], nullptr);
+  EXPECT_EQ(runners[2]["legs"][1]["time"][0], nullptr);
+  EXPECT_EQ(runners[2]["punches"][2], Json::parse("[32, null, false]"));
+}
+
+TEST_F(ProgramTest, OptionsReachTheCourse) {
+  const Json analysis =
+      Json::parse(run("analyse --course-legs S-31-F --merge --flags 0 --time-loss-method best "
+                      "--accuracy tenths --sort legTime:2:desc " +
+                      race_)
+                      .out);
+  const Json& course = analysis["courses"][0];
+  EXPECT_EQ(course["timeAccuracy"], 1);
+  EXPECT_EQ(course["calculationFlags"], 0);
+  ASSERT_EQ(course["legs"].size(), 2U);
+  EXPECT_EQ(course["legs"][1]["bestTime"], Json::parse("[9000,null,null,null,null,null,null]"));
+  EXPECT_EQ(course["runners"][0]["name"], "Cid C");  // 100 s from 31 to the finish
+  EXPECT_EQ(course["runners"][0]["mergingValueUsed"], true);
+  EXPECT_EQ(course["runners"][0]["legs"][0]["timeLoss"], Json::parse("[null,null]"));
+  const Json exact =
+      Json::parse(run("analyse --course-legs S-31-33-F --required-legs all " + race_).out);
+  EXPECT_EQ(exact["courses"][0]["refused"].size(), 3U);
+}
+
+TEST_F(ProgramTest, OutputsAppearWholeOrNotAtAll) {
+  const std::string target = folder_.write("event.lrk4", "something else");
+  EXPECT_EQ(run("import -o " + target + " " + race_ + " " + (folder_ / "none.xml")).exitCode, 1);
+  EXPECT_EQ(bytesOf(target), "something else");
+  EXPECT_EQ(run("analyse -o " + (folder_ / "no/such/out.json") + " " + race_).exitCode, 1);
+  EXPECT_EQ(run("import -o " + target + " " + race_).exitCode, 0);
+  EXPECT_EQ(bytesOf(target).substr(0, 4), "lrk4");
+  EXPECT_EQ(run("info " + race_ + " > /dev/full").exitCode, 1);
+}
+
+TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
+  const std::string page = folder_ / "page.html";
+  ASSERT_EQ(run("table -c h21 --places --tooltips -o " + page + " " + race_).exitCode, 0);
+  const std::string html = bytesOf(page);
+  EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0U);
+  EXPECT_NE(html.find("<title>R &amp; D - H21</title>"), std::string::npos);
+  EXPECT_NE(html.find("Ann A &lt;x&gt;"), std::string::npos);
+  EXPECT_NE(html.find("var hc = new Array("), std::string::npos);
+  EXPECT_NE(html.find(">mp<"), std::string::npos);
+  EXPECT_EQ(run("table " + example_).exitCode, 2);
+  EXPECT_EQ(run("table --language " + (folder_ / "none.txt") + ":1 " + race_).exitCode, 1);
+  const std::string captions = folder_.write("captions.txt", "name\tNamn\tJm\xE9no\n");
+  EXPECT_NE(run("table --language " + captions + ":1 " + race_).out.find("Jméno"),
+            std::string::npos);
+}
+
+TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {
+  const std::string list = folder_.write("teams.xml", R"(<?xml version="1.0"?>
+<ResultList xmlns="http://www.orienteering.org/datastandard/3.0" iofVersion="3.0" creator="test">
+ <Event><Name>Relay</Name></Event>
+ <ClassResult><Class><Name>R</Name></Class><TeamResult><Name>T</Name></TeamResult></ClassResult>
+</ResultList>)");
+  const Result counted = run("info " + list);
+  EXPECT_EQ(counted.exitCode, 0);
+  EXPECT_NE(counted.err.find("teams.xml: 1 item left out"), std::string::npos);
+  EXPECT_EQ(run("info -q " + list).err, "");
+  EXPECT_GT(run("info -v " + list).err.size(), counted.err.size());
+}
+
+}  // namespace
+}  // namespace larkstone

@@ -1,0 +1,74 @@
+#include "larkstone/geometry/codes.hpp"
+
+#include <gtest/gtest.h>
+
+#include "support/build.hpp"
+
+namespace larkstone {
+namespace {
+
+using test::codes;
+using test::textOf;
+
+TEST(CodesTest, AControlThatActsAsStartEqualsTheStart) {
+  const LRKCodes course = codes("S-31-32-F");
+  const LRKCodes recorded = codes("100-31-32-F");
+  const LRKCodes actingAsStart = codes("99-100");
+  EXPECT_FALSE(course.isEqualTo(recorded));
+  EXPECT_TRUE(course.isEqualTo(recorded, &actingAsStart));
+  EXPECT_TRUE(recorded.isEqualTo(course, &actingAsStart));
+  EXPECT_FALSE(codes("S2-31").isEqualTo(codes("S-31"), &actingAsStart));
+  EXPECT_FALSE(course.isEqualTo(codes("S-31-32"), &actingAsStart));
+}
+
+TEST(CodesTest, CommonCodes) {
+  struct Row {
+    int line;
+    const char* a;
+    const char* b;
+    const char* common;
+    const char* byEarlierRule;
+  };
+  constexpr Row rows[] = {
+      {__LINE__, "S-31-32-33-F", "S-31-33-F", "S-31-33-F", "S-31-33-F"},
+      {__LINE__, "S-31-32-F", "S-32-31-F", "S-31-F", "S-31-F"},
+      // Butterfly: within the loops only the centre counts.
+      {__LINE__, "S-1-50-2-3-50-4-5-50-F", "S-1-50-4-5-50-2-3-50-F", "S-1-50-50-50-F",
+       "S-1-50-50-50-F"},
+      // One loop, multiplicity 2 and nothing repeated behind: no section, the loop counts too.
+      {__LINE__, "S-50-2-3-50-F", "S-50-2-3-50-F", "S-50-2-3-50-F", "S-50-2-3-50-F"},
+      // Two centres: the section reaches the last of the repeated codes behind the first's loops.
+      {__LINE__, "S-50-1-50-2-60-3-60-F", "S-50-1-50-2-60-3-60-F", "S-50-50-60-60-F",
+       "S-50-1-50-2-60-3-60-F"},
+      {__LINE__, "", "S-F", "", ""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    EXPECT_EQ(textOf(codes(row.a).commonCodes(codes(row.b))), row.common);
+    EXPECT_EQ(textOf(codes(row.a).commonCodes_old(codes(row.b))), row.byEarlierRule);
+  }
+}
+
+TEST(CodesTest, TheFrameIsPutOnAndTakenOffOnce) {
+  LRKCodes list = codes("31-32");
+  list.addSuperStartAndFinish();
+  list.addSuperStartAndFinish();
+  EXPECT_EQ(list.toString(), "-2-31-32--1");
+  list.stripSuperStartAndFinish();
+  list.stripSuperStartAndFinish();
+  EXPECT_EQ(list.toString(","), "31,32");
+  EXPECT_EQ(codes("S-31-F").toString(), "32736-31-32752");
+}
+
+TEST(CodesTest, SearchesAndLegs) {
+  const LRKCodes list = codes("S-31-32-31-F");
+  EXPECT_EQ(list.codeIndex(31, 2), 3);
+  EXPECT_EQ(list.codeIndex(31, 9), -1);
+  EXPECT_EQ(list.codeCount(31), 2);
+  const LRKLegs legs = list.toLegs();
+  EXPECT_EQ(textOf(legs), "S-31-32-31-F");
+  EXPECT_EQ(legs.endPunchIndex(3), 4);
+}
+
+}  // namespace
+}  // namespace larkstone

@@ -1,0 +1,205 @@
+#include "larkstone/model/runner.hpp"
+
+#include <gtest/gtest.h>
+
+#include "support/build.hpp"
+
+namespace larkstone {
+namespace {
+
+using test::codes;
+using test::punches;
+using test::runner;
+using test::textOf;
+using test::timesOf;
+
+// A runner on its own legs, with the time tables ready.
+LRKRunner onItsLegs(std::string_view text, const std::vector<int>& seconds,
+                    enmStatus status = estaMisPunch) {
+  LRKRunner result = runner(text, seconds);
+  result.status(status);
+  result.legs(result.punches().toLegs());
+  result.initializeTimes(false);
+  return result;
+}
+
+std::vector<Time> timesOf(const LRKRunner& runner, enmLegStyle style) {
+  std::vector<Time> times;
+  for (int i = 0; i < runner.legs().count(); ++i) times.push_back(runner.time(i, style));
+  return times;
+}
+
+using Times = std::vector<Time>;
+constexpr Time none = LRK_NO_TIME;
+
+TEST(RunnerTest, NamesComeFromTheirParts) {
+  LRKRunner r;
+  r.name("Åsa Öberg");
+  EXPECT_EQ(r.name(), "Åsa Öberg");
+  r.lastName("Öberg-Ström");
+  EXPECT_EQ(r.name(), "Öberg-Ström");
+  r.firstName(" Åsa (junior)");
+  EXPECT_EQ(r.name(), "Åsa (junior) Öberg-Ström");
+  EXPECT_EQ(r.nameInitials(), "ÅjÖS");
+  r.firstNameSet(false);
+  r.lastNameSet(false);
+  r.name("ab-cd ef");
+  EXPECT_EQ(r.nameInitials(), "ace");
+  r.name("");
+  EXPECT_EQ(r.nameInitials(), "");
+}
+
+TEST(RunnerTest, ResultTimeNeedsBothEndsAndAnOkStatus) {
+  LRKRunner r = runner("S-31-F", {0, 60, 300});
+  EXPECT_EQ(r.resultTime(), 30000);
+  r.status(estaMisPunch);
+  EXPECT_EQ(r.resultTime(), none);
+  r.status(estaOK);
+  r.finishTime(none);
+  EXPECT_EQ(r.resultTime(), none);
+  EXPECT_EQ(runner("S-31", {0, 60}).resultTime(), 0);
+  EXPECT_EQ(runner("31-F", {0, 60}).resultTime(), 0);
+}
+
+TEST(RunnerTest, StartAndFinishAreWrittenIntoThePunches) {
+  LRKRunner r = runner("31-32", {10, 20});
+  r.startTime(500);
+  r.finishTime(9000);
+  EXPECT_EQ(textOf(r.punches()), "S-31-32-F");
+  EXPECT_EQ(timesOf(r.punches()), (Times{500, 1500, 2500, 9000}));
+  EXPECT_EQ(r.finishControlCode(), LRK_FINISH_CODE);
+}
+
+TEST(RunnerTest, TotalsEndAtTheFirstMissingTimeUntilTheGapIsBridged) {
+  // 32 has no time: its two legs are missing, and the second one closes the gap.
+  const LRKRunner r = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260});
+  EXPECT_EQ(timesOf(r, elstLeg), (Times{6000, none, none, 6000}));
+  EXPECT_EQ(timesOf(r, elstTotalAllowMissingPunches), (Times{6000, none, 20000, 26000}));
+  EXPECT_EQ(timesOf(r, elstTotal), (Times{6000, none, none, none}));
+  EXPECT_EQ(timesOf(r, elstPassingBegin), (Times{0, 6000, none, none}));
+  EXPECT_EQ(timesOf(r, elstPassingEnd), (Times{6000, none, none, none}));
+  EXPECT_EQ(timesOf(r, elstPassingEndAllowMissingPunches), (Times{6000, none, 20000, 26000}));
+
+  LRKRunner even = r;
+  even.qualifyEvenIfDisqualified(true);
+  EXPECT_EQ(timesOf(even, elstTotal), (Times{6000, none, 20000, 26000}));
+  // An OK runner qualifies at every leg.
+  const LRKRunner ok = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260}, estaOK);
+  EXPECT_EQ(timesOf(ok, elstTotal), (Times{6000, none, 20000, 26000}));
+}
+
+TEST(RunnerTest, AGapIsNotBridgedOverForeignPunches) {
+  LRKRunner r = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260});
+  r.legs().endPunchIndex(2, 4);  // the leg back into the course ends elsewhere
+  r.legs().beginPunchIndex(2, 3);
+  r.initializeTimes(false);
+  EXPECT_EQ(r.time(2, elstTotalAllowMissingPunches),
+            20000);  // punches 1 to 4 are all accounted for
+  r.legs().beginPunchIndex(2, 4);
+  r.initializeTimes(false);
+  EXPECT_EQ(r.time(2, elstTotalAllowMissingPunches), none);  // punch 3 belongs to no leg
+  r.legs().beginPunchIndex(2, 0);
+  r.initializeTimes(false);
+  EXPECT_EQ(r.time(2, elstTotalAllowMissingPunches), none);  // punch 0 lies before the gap
+}
+
+TEST(RunnerTest, NothingCountsBehindAControlThatWasNotPunched) {
+  LRKRunner r = onItsLegs("S-31-32-F", {0, 60, 120, 180});
+  r.legs().edit(1, 31, 32, none, none, -1, -1);
+  r.initializeTimes(false);
+  EXPECT_EQ(timesOf(r, elstTotalAllowMissingPunches), (Times{6000, none, none}));
+  EXPECT_EQ(timesOf(r, elstLeg), (Times{6000, none, 6000}));
+}
+
+TEST(RunnerTest, AFailingStatusTakesTheQualificationOfAWholeCategoryAway) {
+  LRKRunner r = onItsLegs("S-31-F", {0, 60, 120}, estaDidNotFinish);
+  EXPECT_EQ(r.time(1, elstTotal), 12000);
+  r.initializeTimes(true);
+  EXPECT_EQ(r.time(0, elstTotal), none);
+  EXPECT_EQ(r.time(0, elstPassingBegin), 0);  // the leg behind the last qualified one begins
+  EXPECT_EQ(r.time(1, elstPassingBegin), none);
+  r.status(estaActive);
+  r.initializeTimes(true);
+  EXPECT_EQ(r.time(1, elstTotal), 12000);
+}
+
+TEST(RunnerTest, TimeLossAccumulates) {
+  LRKRunner r = onItsLegs("S-31-32-F", {0, 60, 120, 180});
+  for (int i = 0; i < 3; ++i) r.timeLoss(i, elstTotal, (i + 1) * 100);
+  r.timeLoss(1, elstLeg, 250);
+  EXPECT_EQ(r.timeLoss(0, elstTotal), 100);
+  EXPECT_EQ(r.timeLoss(1, elstTotal), 350);
+  EXPECT_EQ(r.timeLoss(2, elstTotalAllowMissingPunches), 450);
+  EXPECT_EQ(r.timeLoss(2, elstLeg), 100);
+  EXPECT_EQ(r.timeLoss(1, elstPassingEnd), 0);
+
+  r.subtractTimeLoss();
+  EXPECT_EQ(timesOf(r, elstLeg), (Times{5900, 5750, 5900}));
+  EXPECT_EQ(timesOf(r, elstTotal), (Times{5900, 11650, 17550}));
+  EXPECT_EQ(timesOf(r, elstPassingBegin), (Times{0, 5900, 11650}));
+  EXPECT_EQ(r.timeLoss(2, elstTotal), 0);
+}
+
+TEST(RunnerTest, PunchesAreRebuiltAlongACourse) {
+  LRKRunner r = runner("S-31-33-35-F", {0, 10, 20, 30, 40});
+  r.extraPunches(punches("36-37", {15, -1}));
+  r.transformPunches(codes("S-31-32-33-F"));
+  EXPECT_EQ(textOf(r.punches()), "S-31-32-33-F");
+  EXPECT_EQ(timesOf(r.punches()), (Times{0, 1000, none, 2000, 4000}));
+  EXPECT_EQ(textOf(r.extraPunches()), "36-35");  // in the order of their times
+  EXPECT_EQ(r.status(), estaDisqualified);
+
+  LRKRunner failed = runner("S-F", {0, 10});
+  failed.status(estaDidNotFinish);
+  failed.transformPunches(codes("S-31-F"));
+  EXPECT_EQ(failed.status(), estaDidNotFinish);
+}
+
+TEST(RunnerTest, ClonesCarryWhatIsSetAndNoResults) {
+  LRKRunner r = onItsLegs("S-31-F", {0, 60, 120});
+  r.club("OK Syd");
+  r.relayLeg(2);
+  r.relayLegSet(false);
+  r.sortPlace(3);
+  r.courseFollowingIndex(0.5F);
+  r.mergingValueUsed(true);
+  r.qualifyEvenIfDisqualified(true);
+  const LRKRunner copy = r.clone();
+  EXPECT_EQ(copy.club(), "OK Syd");
+  EXPECT_FALSE(copy.relayLegSet());
+  EXPECT_EQ(copy.relayLeg(), 0);
+  EXPECT_EQ(copy.sortPlace(), 3);
+  EXPECT_EQ(copy.status(), estaMisPunch);
+  EXPECT_TRUE(copy.mergingValueUsed());
+  EXPECT_EQ(copy.courseFollowingIndex(), 0);
+  EXPECT_FALSE(copy.qualifyEvenIfDisqualified());
+  EXPECT_EQ(textOf(copy.punches()), "S-31-F");
+}
+
+TEST(RunnerTest, PropertiesByTag) {
+  LRKRunner r = runner("S-31-F");
+  bool isSet = true;
+  EXPECT_EQ(r.getPropertyByTag(etagRunnerPunches, isSet), TagValue(std::int32_t{3}));
+  EXPECT_TRUE(isSet);
+  EXPECT_EQ(r.getPropertyByTag(etagRunnerStatus, isSet), TagValue(std::int32_t{estaOK}));
+  EXPECT_TRUE(isSet);
+  EXPECT_EQ(r.getPropertyByTag(etagRunnerClub, isSet), TagValue(std::string()));
+  EXPECT_FALSE(isSet);
+  EXPECT_EQ(r.getPropertyByTag(etagCategoryName, isSet), TagValue());
+  EXPECT_FALSE(isSet);
+
+  r.setPropertyByTag(etagRunnerRelayLeg, std::string("3"), true);
+  EXPECT_EQ(r.relayLeg(), 3);
+  EXPECT_TRUE(r.relayLegSet());
+  r.setPropertyByTag(etagRunnerRelayLeg, std::string("third"), false);  // changes nothing
+  EXPECT_TRUE(r.relayLegSet());
+  r.setPropertyByTag(etagRunnerRelayLeg, std::int32_t{4}, false);
+  EXPECT_EQ(r.relayLeg(), 4);
+  EXPECT_FALSE(r.relayLegSet());
+  r.firstName("Eva");
+  r.lastName("Lind");
+  EXPECT_EQ(r.getPropertyByTag(etagRunnerName, isSet), TagValue(std::string("Eva Lind")));
+}
+
+}  // namespace
+}  // namespace larkstone
