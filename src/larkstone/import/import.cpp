@@ -64,6 +64,7 @@ bool isSameFile(const std::string& a, const std::string& b) {
 std::int32_t convertWith(ImportSession& session, enmImportConstants format,
                          const std::string& lrkFileName, const std::string& file,
                          const Options& options = {}) {
+  if (session.importingNow() || readerOf(format) == nullptr) return LRK_IMPORT_UNKNOWN;
   if (isSameFile(lrkFileName, file)) return LRK_IMPORT_EVENT_FILE_ERROR + LRK_FILE_ALREADY_EXISTS;
   LRKEvent event;
   event.tempFilePath(session.tempFilePath);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "larkstone/core/text.hpp"
+
 namespace larkstone {
 
 void readBirthDate(std::string_view text, std::string_view format, LRKRunner& runner,
@@ -30,9 +32,18 @@ void readClubCountry(Country country, LRKRunner& runner) {
 }
 
 void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
-  const auto status = statusOf(text);
-  if (!status) notes("unknown status", text);
-  runner.status(status.value_or(estaOK));
+  const enmStatus status = statusFromIof(text);
+  if (status == estaOK && !equalNoCase(text, iofStatusText(estaOK))) notes("unknown status", text);
+  runner.status(status);
+}
+
+void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
+  if (text.empty()) return;
+  if (const auto number = integerOf(text)) {
+    runner.cCardID(*number);
+  } else {
+    notes("unreadable card number", text);
+  }
 }
 
 void completePunches(LRKRunner& runner) {

@@ -16,6 +16,8 @@ void readBirthDate(std::string_view text, std::string_view format, LRKRunner& ru
 void readNationality(XmlNode element, LRKRunner& runner);
 void readClubCountry(Country country, LRKRunner& runner);
 void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+/// An empty or unreadable number leaves the card unknown.
+void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes);
 
 /// Gives a runner the start and the finish punch where they are missing: a start at 0, a finish
 /// without a time.

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <span>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
@@ -12,59 +10,6 @@
 namespace larkstone {
 
 namespace {
-
-template <class Value>
-struct Name {
-  std::string_view text;  // in lower case
-  Value value;
-};
-
-constexpr Name<enmStatus> statuses[] = {
-    {"ok", estaOK},
-    {"unknown", estaUnknown},
-    {"inactive", estaInactive},
-    {"didnotenter", estaDidNotStart},
-    {"didnotstart", estaDidNotStart},
-    {"active", estaActive},
-    {"finished", estaFinished},
-    {"mispunch", estaMisPunch},
-    {"missingpunch", estaMisPunch},
-    {"didnotfinish", estaDidNotFinish},
-    {"disqualified", estaDisqualified},
-    {"notcompeting", estaNotCompeting},
-    {"sportwithdr", estaSportWithdr},
-    {"sportingwithdrawal", estaSportWithdr},
-    {"overtime", estaOverTime},
-    {"moved", estaMoved},
-    {"movedup", estaMovedUp},
-    {"cancelled", estaCancelled},
-};
-
-constexpr Name<enmIDType> idTypes[] = {
-    {"int", eidtInt}, {"nat", eidtNat}, {"reg", eidtReg}, {"loc", eidtLoc}, {"other", eidtOther},
-};
-
-constexpr Name<enmEventForm> eventForms[] = {
-    {"indsingleday", eefmIndSingleDay},
-    {"indmultiday", eefmIndMultiDay},
-    {"teamsingleday", eefmTeamSingleDay},
-    {"teammultiday", eefmTeamMultiDay},
-    {"relay", eefmRelay},
-};
-
-constexpr Name<enmResultListStatus> listStatuses[] = {
-    {"complete", erlsComplete},
-    {"snapshot", erlsSnapshot},
-    {"delta", erlsDelta},
-};
-
-template <class Value, std::size_t count>
-std::optional<Value> named(const Name<Value> (&names)[count], std::string_view text) {
-  for (const Name<Value>& name : names) {
-    if (equalNoCase(name.text, text)) return name.value;
-  }
-  return std::nullopt;
-}
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr auto nowhere = std::string_view::npos;
@@ -146,26 +91,6 @@ std::string_view countryCode(XmlNode country) {
 }
 
 }  // namespace
-
-std::optional<enmStatus> statusOf(std::string_view text) { return named(statuses, text); }
-std::optional<enmIDType> idTypeOf(std::string_view text) { return named(idTypes, text); }
-std::optional<enmEventForm> eventFormOf(std::string_view text) { return named(eventForms, text); }
-std::optional<enmResultListStatus> listStatusOf(std::string_view text) {
-  return named(listStatuses, text);
-}
-
-enmGender genderOf(std::string_view text) {
-  if (equalNoCase(text, "m")) return egndMale;
-  return equalNoCase(text, "f") ? egndFemale : egndUnknown;
-}
-
-std::string punchingUnitOf(std::string_view text) {
-  if (text.empty()) return "other";
-  for (const std::string_view known : {"SI", "Emit", "manual"}) {
-    if (equalNoCase(text, known)) return std::string(known);
-  }
-  return std::string(text);
-}
 
 std::optional<std::int32_t> integerOf(std::string_view text) {
   const bool negative = text.starts_with('-');

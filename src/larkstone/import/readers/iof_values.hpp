@@ -1,6 +1,6 @@
 #pragma once
 
-// The texts of IOF XML lists as values: statuses, times, dates, countries.
+// The texts of IOF XML lists as values: numbers, times, dates, countries.
 
 #include <cstdint>
 #include <optional>
@@ -8,22 +8,11 @@
 #include <string_view>
 
 #include "larkstone/core/date.hpp"
-#include "larkstone/core/enums.hpp"
+#include "larkstone/core/iof_texts.hpp"
 #include "larkstone/core/types.hpp"
 #include "larkstone/platform/xml.hpp"
 
 namespace larkstone {
-
-/// Whatever the case. An unknown text is nothing; readers take the first value of the enumeration
-/// for it and tell of it.
-std::optional<enmStatus> statusOf(std::string_view text);
-std::optional<enmIDType> idTypeOf(std::string_view text);
-std::optional<enmEventForm> eventFormOf(std::string_view text);
-std::optional<enmResultListStatus> listStatusOf(std::string_view text);
-/// "M" and "F"; unknown for any other text.
-enmGender genderOf(std::string_view text);
-/// "SI", "Emit" and "manual" in their usual spelling, "other" for an empty text, else the text.
-std::string punchingUnitOf(std::string_view text);
 
 /// A whole number within 32 bits.
 std::optional<std::int32_t> integerOf(std::string_view text);
@@ -66,6 +55,13 @@ void ifText(XmlNode element, Use use) {
   if (!text.empty()) use(std::move(text));
 }
 
+/// The same for an attribute.
+template <class Use>
+void ifAttribute(XmlNode element, std::string_view name, Use use) {
+  const std::string_view text = element.attribute(name);
+  if (!text.empty()) use(text);
+}
+
 /// Hands on what an id element says: its number, its type and its manager. An empty one says
 /// nothing.
 template <class Number, class Type, class Manager>
@@ -73,9 +69,8 @@ void readId(XmlNode element, Number number, Type type, Manager manager) {
   const std::string text = element.text();
   if (text.empty()) return;
   if (const auto value = integerOf(text)) number(*value);
-  if (element.hasAttribute("type")) type(idTypeOf(element.attribute("type")).value_or(eidtInt));
-  const std::string_view name = element.attribute("idManager");
-  if (!name.empty()) manager(std::string(name));
+  ifAttribute(element, "type", [&](std::string_view name) { type(idTypeFromIof(name)); });
+  ifAttribute(element, "idManager", [&](std::string_view name) { manager(std::string(name)); });
 }
 
 }  // namespace larkstone

@@ -31,13 +31,12 @@ void readOrganiser(XmlNode club, LRKEvent& event) {
 }
 
 void readEvent(XmlNode list, LRKEvent& event) {
-  if (list.hasAttribute("status")) {
-    event.resultListStatus(listStatusOf(list.attribute("status")).value_or(erlsComplete));
-  }
+  ifAttribute(list, "status", [&](std::string_view text) {
+    event.resultListStatus(resultListStatusFromIof(text));
+  });
   const XmlNode node = list.child("Event");
-  if (node.hasAttribute("eventForm")) {
-    event.eventForm(eventFormOf(node.attribute("eventForm")).value_or(eefmIndSingleDay));
-  }
+  ifAttribute(node, "eventForm",
+              [&](std::string_view text) { event.eventForm(eventFormFromIof(text)); });
   readId((node ? node : list).child("EventId"), [&](std::int32_t id) { event.ID(id); },
          [&](enmIDType type) { event.idType(type); },
          [&](std::string manager) { event.IDManager(std::move(manager)); });
@@ -56,7 +55,7 @@ void readCategoryId(XmlNode element, LRKCategory& category) {
 
 // Names stand in the EventClass, or in the Class within it.
 void readClassNames(XmlNode element, LRKCategory& category) {
-  if (element.hasAttribute("sex")) category.gender(genderOf(element.attribute("sex")));
+  ifAttribute(element, "sex", [&](std::string_view sex) { category.gender(genderFromIof(sex)); });
   readCategoryId(element.child("ClassId"), category);
   for (const char* const name : {"ClassShortName", "ShortName"}) {
     ifText(element.child(name), [&](std::string text) { category.shortName(std::move(text)); });
@@ -122,7 +121,7 @@ void readPerson(XmlNode person, LRKRunner& runner, const IofNotes& notes) {
   const XmlNode date = person.at("BirthDate/Date");
   readBirthDate(date.text(), date.attribute("dateFormat"), runner, notes);
   readNationality(person.child("Nationality"), runner);
-  if (person.hasAttribute("sex")) runner.gender(genderOf(person.attribute("sex")));
+  ifAttribute(person, "sex", [&](std::string_view sex) { runner.gender(genderFromIof(sex)); });
 }
 
 void readClubId(XmlNode element, LRKRunner& runner) {
@@ -172,12 +171,12 @@ void readCourseLength(XmlNode element, LRKRunner& runner) {
   if (length > 0) runner.courseLength(length);
 }
 
-void readCard(XmlNode card, LRKRunner& runner) {
+void readCard(XmlNode card, LRKRunner& runner, const IofNotes& notes) {
   const XmlNode id = card.child("CCardId");
-  if (const auto number = integerOf(id ? id.text() : card.text())) runner.cCardID(*number);
+  readCardNumber(id ? id.text() : card.text(), runner, notes);
   const XmlNode unit = card.child("PunchingUnitType");
   if (unit.hasAttribute("value")) {
-    runner.punchingUnitType(punchingUnitOf(unit.attribute("value")));
+    runner.punchingUnitType(std::string(punchingUnitFromIof(unit.attribute("value"))));
   }
 }
 
@@ -191,12 +190,12 @@ void readVariation(XmlNode variation, LRKRunner& runner) {
 void readResultField(XmlNode field, std::string_view name, LRKRunner& runner,
                      const IofNotes& notes) {
   if (name == "CCard" || name == "CCardId") {
-    readCard(field, runner);
+    readCard(field, runner, notes);
   } else if (name == "CompetitorStatus") {
-    if (!field.hasAttribute("value")) return;
-    readStatus(field.attribute("value"), runner, notes);
+    ifAttribute(field, "value", [&](std::string_view text) { readStatus(text, runner, notes); });
   } else if (name == "TeamSequence") {
-    if (const auto leg = integerOf(field.text())) runner.relayLeg(saturated<std::int16_t>(*leg));
+    const auto leg = integerOf(field.text()).value_or(0);
+    if (leg > 0 && leg <= 255) runner.relayLeg(static_cast<std::int16_t>(leg));
   } else if (name == "CourseVariationId") {
     ifText(field, [&](std::string text) { runner.courseName(std::move(text)); });
   } else if (name == "CourseVariation") {
@@ -213,9 +212,23 @@ std::string clockText(XmlNode element) {
   return clock ? clock.text() : element.text();
 }
 
-Time clockOf(XmlNode element) {
+// A time that is written as dashes is none, and nothing that could not be read.
+void noteTime(const IofNotes& notes, std::string_view what, Time time, std::string_view text) {
+  if (isDisq(time) && !text.empty() && !text.starts_with('-')) notes(what, text);
+}
+
+Time clockOf(XmlNode element, const IofNotes& notes) {
   const std::string text = clockText(element);
-  return text.find('T') == std::string::npos ? clockTimeOf(text) : timeOfDayOf(text);
+  const Time time = text.find('T') == std::string::npos ? clockTimeOf(text) : timeOfDayOf(text);
+  noteTime(notes, "unreadable clock", time, text);
+  return time;
+}
+
+Time timeOf(XmlNode element, const IofNotes& notes) {
+  const std::string text = clockText(element);
+  const Time time = runningTimeOf(text);
+  noteTime(notes, "unreadable time", time, text);
+  return time;
 }
 
 // A punch, its time counted from the start.
@@ -238,7 +251,8 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
     const std::string_view name = field.name();
     if (name == "Time") {
       const std::string_view text = field.text(pieces);
-      if (!text.empty()) split.time = runningTimeOf(text);
+      split.time = runningTimeOf(text);
+      noteTime(notes, "unreadable split time", split.time, text);
     } else if (name == "ControlCode" || name == "Control") {
       const XmlNode code = name == "Control" ? field.child("ControlCode") : field;
       const std::string_view text = code.text(pieces);
@@ -271,11 +285,11 @@ TimeFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes) 
 }
 
 void readTimes(const TimeFields& fields, LRKRunner& runner, const IofNotes& notes) {
-  const Time startClock = clockOf(fields.start);
+  const Time startClock = clockOf(fields.start, notes);
   if (!isDisq(startClock)) runner.startTime(startClock);
-  const Time finishClock = clockOf(fields.finish);
+  const Time finishClock = clockOf(fields.finish, notes);
   if (!isDisq(finishClock)) runner.finishTime(finishClock);
-  const Time time = fields.time ? runningTimeOf(clockText(fields.time)) : LRK_NO_TIME;
+  const Time time = timeOf(fields.time, notes);
   if (!isDisq(time)) runner.finishTime(runner.startTime() + time);
 
   const Time start = runner.startTime();

@@ -41,9 +41,9 @@ XmlNode organisationIn(XmlNode parent) {
 }
 
 void readEvent(XmlNode list, LRKEvent& event) {
-  if (list.hasAttribute("status")) {
-    event.resultListStatus(listStatusOf(list.attribute("status")).value_or(erlsComplete));
-  }
+  ifAttribute(list, "status", [&](std::string_view text) {
+    event.resultListStatus(resultListStatusFromIof(text));
+  });
   const XmlNode node = list.child("Event");
   ifText(node.child("Name"), [&](std::string text) { event.name(std::move(text)); });
   if (const auto date = dateOf(node.textAt("StartTime/Date"))) event.eventDate(*date);
@@ -78,7 +78,7 @@ XmlNode courseOfRace(XmlNode classResult, int race) {
 void readClass(XmlNode classResult, int race, LRKCategory& category) {
   category.timeAccuracy(accuracyOf(classResult.attribute("timeResolution")));
   const XmlNode node = classResult.child("Class");
-  if (node.hasAttribute("sex")) category.gender(genderOf(node.attribute("sex")));
+  ifAttribute(node, "sex", [&](std::string_view sex) { category.gender(genderFromIof(sex)); });
   readFirstNumber(node, [&](std::int32_t id) { category.ID(id); });
   ifText(node.child("Name"), [&](std::string text) { category.name(std::move(text)); });
   ifText(node.child("ShortName"), [&](std::string text) { category.shortName(std::move(text)); });
@@ -97,7 +97,7 @@ void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
 }
 
 void readPerson(XmlNode person, LRKRunner& runner, const IofNotes& notes) {
-  if (person.hasAttribute("sex")) runner.gender(genderOf(person.attribute("sex")));
+  ifAttribute(person, "sex", [&](std::string_view sex) { runner.gender(genderFromIof(sex)); });
   readFirstNumber(person, [&](std::int32_t id) { runner.ID(id); });
   const XmlNode name = person.child("Name");
   ifText(name.child("Family"), [&](std::string text) { runner.lastName(std::move(text)); });
@@ -120,11 +120,11 @@ void readCourse(XmlNode course, LRKRunner& runner) {
 }
 
 // Of several cards the first with a number.
-void readCard(XmlNode card, LRKRunner& runner) {
+void readCard(XmlNode card, LRKRunner& runner, const IofNotes& notes) {
   if (runner.cCardIDSet()) return;
-  if (const auto number = integerOf(card.text())) runner.cCardID(*number);
+  readCardNumber(card.text(), runner, notes);
   if (card.hasAttribute("punchingSystem")) {
-    runner.punchingUnitType(punchingUnitOf(card.attribute("punchingSystem")));
+    runner.punchingUnitType(std::string(punchingUnitFromIof(card.attribute("punchingSystem"))));
   }
 }
 
@@ -149,6 +149,12 @@ Time startOf(XmlNode element, const IofNotes& notes) {
   return start;
 }
 
+Time timeOf(std::string_view text, std::string_view what, const IofNotes& notes) {
+  const auto seconds = secondsOf(text);
+  if (!seconds && !text.empty()) notes(what, text);
+  return seconds.value_or(LRK_NO_TIME);
+}
+
 Split readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
   Split split;
@@ -159,10 +165,7 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
       split.code = controlCodeOf(text);
       if (split.code == 0) notes("no number in control code", text);
     } else if (name == "Time") {
-      const std::string_view text = field.text(pieces);
-      const auto seconds = secondsOf(text);
-      split.time = seconds.value_or(LRK_NO_TIME);
-      if (!seconds && !text.empty()) notes("unreadable split time", text);
+      split.time = timeOf(field.text(pieces), "unreadable split time", notes);
     }
   }
   const std::string_view status = element.attribute("status");
@@ -182,14 +185,14 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
     } else if (name == "StartTime") {
       fields.start = startOf(field, notes);
     } else if (name == "Time") {
-      fields.time = secondsOf(field.text(pieces)).value_or(LRK_NO_TIME);
+      fields.time = timeOf(field.text(pieces), "unreadable time", notes);
     } else if (name == "Status") {
       const std::string_view text = field.text(pieces);
       if (!text.empty()) readStatus(text, runner, notes);
     } else if (name == "Course") {
       readCourse(field, runner);
     } else if (name == "ControlCard") {
-      readCard(field, runner);
+      readCard(field, runner, notes);
     }
   }
   if (fields.time < 0) fields.time = LRK_NO_TIME;
