@@ -2,6 +2,10 @@
 add_library(larkstone_flags INTERFACE)
 target_compile_options(larkstone_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # g++ 12 warns of overlapping copies inside std::string that cannot happen (GCC bug 105651).
+  target_compile_options(larkstone_flags INTERFACE -Wno-restrict)
+endif()
 if(LARKSTONE_WERROR)
   target_compile_options(larkstone_flags INTERFACE -Werror)
 endif()

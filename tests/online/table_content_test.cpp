@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "larkstone/online/table.hpp"
+
 #include "rendered.hpp"
 
 namespace larkstone {

@@ -45,6 +45,7 @@ LRKCourse LRKCategory::toCourse(enmRequiredLegs requiredLegs, bool allowRearrang
   LRKCodes codesEqualToFinish;
   getCodesEqualToStartAndFinish(codes, codesEqualToStart, codesEqualToFinish);
   course.setCourseLegsEx(*legs, codesEqualToStart, codesEqualToFinish);
+  setLengths(course.legs());
 
   course.setRunnerAdditionStyle(requiredLegs, allowRearrangement, allowMerging);
   course.addRunnersFromArray(noOfRunners(), runners_);

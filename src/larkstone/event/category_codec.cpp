@@ -56,7 +56,8 @@ void writeLegLengths(ByteWriter& writer, const LRKCategory& category) {
 
 // The part of a block that is there.
 std::string_view readBlock(ByteReader& reader) {
-  return reader.raw(std::min<std::int64_t>(reader.longInteger(), reader.remaining()));
+  const std::int64_t length = reader.longInteger();
+  return reader.raw(std::min(length, reader.remaining()));
 }
 
 void readLegLengths(std::string_view block, LRKCategory& category) {

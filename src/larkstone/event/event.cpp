@@ -21,11 +21,7 @@ void LRKEvent::reset() {
   isNew_ = false;
 }
 
-void LRKEvent::tempFilePath(std::string path) {
-  if (path.empty()) path = ".";
-  if (path.back() != '\\') path += '\\';
-  tempFilePath_ = std::move(path);
-}
+void LRKEvent::tempFilePath(std::string path) { tempFilePath_ = folderPath(std::move(path)); }
 
 TagValue LRKEvent::getPropertyByTag(enmFileTag tag, bool& isSet) const {
   if (tag == etagEventNoOfCategories || tag == etagEventNoOfDerivedCourses) {

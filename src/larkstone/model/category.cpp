@@ -12,6 +12,10 @@ void LRKCategory::noOfRunners(int count) {
   runners_.resize(static_cast<std::size_t>(std::clamp(count, 0, LRK_MAX_LIST)));
 }
 
+void LRKCategory::reserveRunners(int count) {
+  runners_.reserve(static_cast<std::size_t>(std::clamp(count, 0, LRK_MAX_LIST)));
+}
+
 int LRKCategory::addRunner(LRKRunner runner) {
   if (noOfRunners() >= LRK_MAX_LIST) return -1;
   runner.runnerIndex(noOfDeletedRunners_ + noOfRunners());
@@ -116,13 +120,19 @@ LRKLegs LRKCategory::getAllRunnersLegs() const {
     for (int i = 0; i + 1 < punches.count(); ++i) {
       const Code begin = punches.code(i);
       const Code end = punches.code(i + 1);
-      if (!known.insert(legKey(begin, end)).second) continue;
-      const int added = legs.add(begin, end, 0, 0);
-      if (added < 0 || !legLengthSet(begin, end)) continue;
-      legs.length(added, saturated<Length>(std::int64_t{legLength(begin, end)} * 100));
+      if (known.insert(legKey(begin, end)).second) legs.add(begin, end, 0, 0);
     }
   }
+  setLengths(legs);
   return legs;
+}
+
+// The table holds metres, a leg list centimetres.
+void LRKCategory::setLengths(LRKLegs& legs) const {
+  for (int i = 0; i < legs.count(); ++i) {
+    const Length* metres = legLengths_.find(legKey(legs.beginCode(i), legs.endCode(i)));
+    if (metres != nullptr) legs.length(i, saturated<Length>(std::int64_t{*metres} * 100));
+  }
 }
 
 void LRKCategory::addTimeOffset(Time offset, int code) {

@@ -43,6 +43,8 @@ class LRKCategory {
   int noOfRunners() const { return static_cast<int>(runners_.size()); }
   /// Resizes the list, keeping its runners.
   void noOfRunners(int count);
+  /// Makes room for that many runners, so that adding them moves none.
+  void reserveRunners(int count);
   LRKRunner& runner(int index) { return runners_[static_cast<std::size_t>(index)]; }
   const LRKRunner& runner(int index) const { return runners_[static_cast<std::size_t>(index)]; }
   void runner(int index, LRKRunner runner) {
@@ -86,7 +88,8 @@ class LRKCategory {
   void addTimeOffset(Time offset, int code = -1);
 
   /// An analysis course over the given legs (the first runner's when there are none) with every
-  /// runner who fits; the legs used are handed back. Gender from the name where it is not set.
+  /// runner who fits; the legs used are handed back. The course's legs get the lengths that the
+  /// table knows, in centimetres. Gender from the name where it is not set.
   LRKCourse toCourse(enmRequiredLegs requiredLegs, bool allowRearrangement,
                      bool allowMerging) const;
   LRKCourse toCourse(enmRequiredLegs requiredLegs, bool allowRearrangement, bool allowMerging,
@@ -115,6 +118,8 @@ class LRKCategory {
     return static_cast<LegKey>(static_cast<std::uint16_t>(beginCode)) << 16 |
            static_cast<std::uint16_t>(endCode);
   }
+
+  void setLengths(LRKLegs& legs) const;
 
 #define LRK_PROPERTY(name, flag, type, tag) Property<type> name##_;
 #define LRK_VALUE(name, type, tag) type name##_{};

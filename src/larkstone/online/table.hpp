@@ -33,7 +33,8 @@ class LRKCourse;
 /// The table has two header rows and two rows per runner in the course's order: place, name over
 /// club, start and finish time on request, the distance to the best finish time (or why there is
 /// none), per leg the leg time over the total or passing time with their places on request, and
-/// name over club once more. Lines run above each runner, and left of every column but the places.
+/// name over club once more. Place, start, finish and distance stand beside both rows. Lines run
+/// above each runner, and left of every column but the places.
 ///
 /// Captions by key ("" where one is missing):
 ///     place name club startTime finishTime finishTimeDifference   headings

@@ -58,6 +58,12 @@ std::string nativePath(std::string_view path) {
   return native;
 }
 
+std::string folderPath(std::string path) {
+  if (path.empty()) path += '.';
+  if (path.back() != '\\') path += '\\';
+  return path;
+}
+
 std::string_view fileNameOfPath(std::string_view path) {
   const auto separator = path.find_last_of("/\\");
   return separator == std::string_view::npos ? path : path.substr(separator + 1);

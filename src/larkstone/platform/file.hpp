@@ -10,6 +10,9 @@ namespace larkstone {
 
 /// The form of a path that the system understands; "\" separates folders everywhere.
 std::string nativePath(std::string_view path);
+/// A folder for working files in the form that properties keep: with a backslash at its end, ".\\"
+/// for an empty path.
+std::string folderPath(std::string path);
 /// The last component of a path with either separator.
 std::string_view fileNameOfPath(std::string_view path);
 

@@ -1,0 +1,49 @@
+#include "larkstone/import/formats.hpp"
+
+#include "larkstone/import/readers.hpp"
+
+namespace larkstone {
+
+namespace {
+
+constexpr Format splitTimes[] = {
+    {LRK_IMPORT_CSV, detectCsv, nullptr},
+    {LRK_IMPORT_XML, detectIofXml, readIofXml},
+    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, nullptr},
+    {LRK_IMPORT_OLA_HTML, detectOla, nullptr},
+    {LRK_IMPORT_ETIMING_HTML, detectETiming, nullptr},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, nullptr},
+    {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, nullptr},
+    {LRK_IMPORT_SOLV_HTML, detectSolv, nullptr},
+    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, nullptr},
+};
+
+constexpr Format startlists[] = {
+    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit, nullptr},
+    {LRK_IMPORT_STARTLIST_OLA_HTML, detectOla, nullptr},
+    {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, detectPekkaPirilaStartlist, nullptr},
+};
+
+constexpr Format byNameOnly[] = {
+    {LRK_IMPORT_LRK_LRK3, nullptr, nullptr},
+    {LRK_IMPORT_CSV_OE200X, nullptr, nullptr},
+    {LRK_IMPORT_CSV_OS200X, nullptr, nullptr},
+    {LRK_IMPORT_CSV_SIMAN, nullptr, nullptr},
+};
+
+}  // namespace
+
+std::span<const Format> splitTimeFormats() { return splitTimes; }
+std::span<const Format> startlistFormats() { return startlists; }
+
+Reader readerOf(enmImportConstants code) {
+  for (const std::span<const Format> formats :
+       {splitTimeFormats(), startlistFormats(), std::span<const Format>(byNameOnly)}) {
+    for (const Format& format : formats) {
+      if (format.code == code) return format.read;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace larkstone

@@ -1,0 +1,54 @@
+#include "larkstone/import/readers/iof_person.hpp"
+
+#include <utility>
+
+#include "larkstone/core/text.hpp"
+
+namespace larkstone {
+
+void readBirthDate(std::string_view text, std::string_view format, LRKRunner& runner,
+                   const IofNotes& notes) {
+  if (text.empty()) return;
+  const auto date = dateOf(text, format);
+  if (!date) {
+    notes("unreadable birth date", text);
+    return;
+  }
+  const bool yearOnly = text.size() == 4;
+  if (format.empty() && yearOnly) format = "YYYY";
+  runner.birthDate(*date);
+  if (!format.empty()) runner.birthDateFormat(std::string(format));
+}
+
+void readNationality(XmlNode element, LRKRunner& runner) {
+  Country country = countryOf(element);
+  if (!country.code.empty()) runner.nationalityCode(std::move(country.code));
+  if (!country.name.empty()) runner.nationality(std::move(country.name));
+}
+
+void readClubCountry(Country country, LRKRunner& runner) {
+  if (!country.code.empty()) runner.clubCountryCode(std::move(country.code));
+  if (!country.name.empty()) runner.clubCountry(std::move(country.name));
+}
+
+void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
+  const enmStatus status = statusFromIof(text);
+  if (status == estaOK && !equalNoCase(text, iofStatusText(estaOK))) notes("unknown status", text);
+  runner.status(status);
+}
+
+void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
+  if (text.empty()) return;
+  if (const auto number = integerOf(text)) {
+    runner.cCardID(*number);
+  } else {
+    notes("unreadable card number", text);
+  }
+}
+
+void completePunches(LRKRunner& runner) {
+  if (!runner.punches().startExists()) runner.startTime(0);
+  if (!runner.punches().finishExists()) runner.finishTime(LRK_NO_TIME);
+}
+
+}  // namespace larkstone

@@ -1,0 +1,26 @@
+#pragma once
+
+// What both versions of IOF XML say about a runner in the same way.
+
+#include <string_view>
+
+#include "larkstone/import/readers/iof_list.hpp"
+#include "larkstone/import/readers/iof_values.hpp"
+#include "larkstone/model/runner.hpp"
+
+namespace larkstone {
+
+/// A year alone is its first of January; the format tells that it is no more than a year.
+void readBirthDate(std::string_view text, std::string_view format, LRKRunner& runner,
+                   const IofNotes& notes);
+void readNationality(XmlNode element, LRKRunner& runner);
+void readClubCountry(Country country, LRKRunner& runner);
+void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+/// An empty or unreadable number leaves the card unknown.
+void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+
+/// Gives a runner the start and the finish punch where they are missing: a start at 0, a finish
+/// without a time.
+void completePunches(LRKRunner& runner);
+
+}  // namespace larkstone

@@ -1,0 +1,55 @@
+// IOF XML result lists of any version: preparing the text, choosing the reader, closing the import.
+
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/readers.hpp"
+#include "larkstone/import/readers/iof_list.hpp"
+#include "larkstone/import/xml_preparation.hpp"
+#include "larkstone/platform/file.hpp"
+
+namespace larkstone {
+
+namespace {
+
+// "iofVersion" of the root since version 3, an element of its own before.
+std::string versionOf(XmlNode list) {
+  const std::string_view version = list.attribute("iofVersion");
+  return std::string(version.empty() ? list.child("IOFVersion").attribute("version") : version);
+}
+
+bool load(const std::string& path, XmlDocument& document) {
+  std::string bytes;
+  if (!readFile(path, bytes)) return false;
+  std::string text = xmlText(std::move(bytes));
+  if (!removeDocumentType(text)) return false;
+  repairEndTag(text);
+  return document.parse(std::move(text)) && document.root().is("ResultList");
+}
+
+bool mostNamesAreBlank(const LRKEvent& event) {
+  int blank = 0;
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    if (event.categoryName(i).empty()) ++blank;
+  }
+  return 2 * blank > event.noOfCategories();
+}
+
+}  // namespace
+
+std::int32_t readIofXml(ReadJob& job) {
+  XmlDocument document;
+  if (!load(job.fileName, document)) return LRK_IMPORT_IOF_XML_INVALID_FORMAT;
+  const XmlNode list = document.root();
+  const std::string number = versionOf(list);
+  if (number.empty()) return LRK_IMPORT_IOF_XML_INVALID_FORMAT;
+  const bool second = number.front() == '1' || number.front() == '2';
+  const IofVersion& version = second ? iofVersion2 : iofVersion3;
+
+  const std::string importedFrom = version.importedFrom(list, number);
+  job.event.importedFrom(importedFrom);
+  version.readEvent(list, job.event);
+  if (const std::int32_t code = readIofClasses(version, list, job)) return code;
+  job.session.complete(job.event, importedFrom);
+  return mostNamesAreBlank(job.event) ? LRK_IMPORT_IOF_XML_BLANK_NAMES : 0;
+}
+
+}  // namespace larkstone

@@ -1,0 +1,231 @@
+// IOF XML 3.0: running times in seconds, starts as date-times.
+
+#include <utility>
+#include <vector>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/readers/iof_list.hpp"
+#include "larkstone/import/readers/iof_person.hpp"
+#include "larkstone/import/readers/iof_values.hpp"
+
+namespace larkstone {
+
+namespace {
+
+std::string importedFrom(XmlNode list, const std::string&) {
+  return std::string("IOFXML3 / ").append(list.attribute("creator"));
+}
+
+// Of several ids (national, of the program, ...) the first that is a number.
+template <class Use>
+void readFirstNumber(XmlNode parent, Use use) {
+  for (const XmlNode id : parent.children("Id")) {
+    if (const auto number = integerOf(id.text())) {
+      use(*number);
+      return;
+    }
+  }
+}
+
+// Metres as centimetres; nothing for a length that is not known.
+template <class Use>
+void readLength(XmlNode element, Use use) {
+  const Length length = roundHalfEven(textToNumber(element.text()) * 100);
+  if (length > 0) use(length);
+}
+
+XmlNode organisationIn(XmlNode parent) {
+  const XmlNode organisation = parent.child("Organisation");
+  return organisation ? organisation : parent.child("Organization");
+}
+
+void readEvent(XmlNode list, LRKEvent& event) {
+  ifAttribute(list, "status", [&](std::string_view text) {
+    event.resultListStatus(resultListStatusFromIof(text));
+  });
+  const XmlNode node = list.child("Event");
+  ifText(node.child("Name"), [&](std::string text) { event.name(std::move(text)); });
+  if (const auto date = dateOf(node.textAt("StartTime/Date"))) event.eventDate(*date);
+  if (const auto date = dateOf(node.textAt("EndTime/Date"))) event.endDate(*date);
+  const XmlNode organiser = node.child("Organiser");
+  readFirstNumber(organiser, [&](std::int32_t id) { event.organiserId(id); });
+  ifText(organiser.child("Name"), [&](std::string text) { event.organiser(std::move(text)); });
+  Country country = countryWithin(organiser);
+  if (!country.code.empty()) event.organiserCountryCode(std::move(country.code));
+  if (!country.name.empty()) event.organiserCountry(std::move(country.name));
+}
+
+enmTimeAccuracy accuracyOf(std::string_view resolution) {
+  const auto seconds = wholeNumber(resolution);
+  if (!seconds) return etacSeconds;
+  constexpr std::pair<double, enmTimeAccuracy> limits[] = {
+      {0.01, etacHundredthsSeconds}, {0.1, etacTenthsSeconds}, {1, etacSeconds}, {60, etacMinutes}};
+  for (const auto& [limit, accuracy] : limits) {
+    if (*seconds <= limit) return accuracy;
+  }
+  return etacHours;
+}
+
+// The course of a race; the first one where none is numbered so.
+XmlNode courseOfRace(XmlNode classResult, int race) {
+  for (const XmlNode course : classResult.children("Course")) {
+    if (integerOf(course.attribute("raceNumber")) == race) return course;
+  }
+  return classResult.child("Course");
+}
+
+void readClass(XmlNode classResult, int race, LRKCategory& category) {
+  category.timeAccuracy(accuracyOf(classResult.attribute("timeResolution")));
+  const XmlNode node = classResult.child("Class");
+  ifAttribute(node, "sex", [&](std::string_view sex) { category.gender(genderFromIof(sex)); });
+  readFirstNumber(node, [&](std::int32_t id) { category.ID(id); });
+  ifText(node.child("Name"), [&](std::string text) { category.name(std::move(text)); });
+  ifText(node.child("ShortName"), [&](std::string text) { category.shortName(std::move(text)); });
+  readLength(courseOfRace(classResult, race).child("Length"),
+             [&](Length length) { category.courseLength(length); });
+}
+
+// A result without a race number belongs to the race of its place among the person's results.
+void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
+  int place = 0;
+  for (const XmlNode result : personResult.children("Result")) {
+    ++place;
+    const int race = integerOf(result.attribute("raceNumber")).value_or(place);
+    results.push_back({personResult, result, race, 0});
+  }
+}
+
+void readPerson(XmlNode person, LRKRunner& runner, const IofNotes& notes) {
+  ifAttribute(person, "sex", [&](std::string_view sex) { runner.gender(genderFromIof(sex)); });
+  readFirstNumber(person, [&](std::int32_t id) { runner.ID(id); });
+  const XmlNode name = person.child("Name");
+  ifText(name.child("Family"), [&](std::string text) { runner.lastName(std::move(text)); });
+  ifText(name.child("Given"), [&](std::string text) { runner.firstName(std::move(text)); });
+  readBirthDate(person.textAt("BirthDate"), {}, runner, notes);
+  readNationality(person.child("Nationality"), runner);
+}
+
+void readOrganisation(XmlNode organisation, LRKRunner& runner) {
+  readFirstNumber(organisation, [&](std::int32_t id) { runner.clubID(id); });
+  ifText(organisation.child("Name"), [&](std::string text) { runner.club(std::move(text)); });
+  readClubCountry(countryWithin(organisation), runner);
+}
+
+void readCourse(XmlNode course, LRKRunner& runner) {
+  std::string name = course.textAt("Name");
+  if (name.empty()) name = course.textAt("Id");
+  if (!name.empty()) runner.courseName(std::move(name));
+  readLength(course.child("Length"), [&](Length length) { runner.courseLength(length); });
+}
+
+// Of several cards the first with a number.
+void readCard(XmlNode card, LRKRunner& runner, const IofNotes& notes) {
+  if (runner.cCardIDSet()) return;
+  readCardNumber(card.text(), runner, notes);
+  if (card.hasAttribute("punchingSystem")) {
+    runner.punchingUnitType(std::string(punchingUnitFromIof(card.attribute("punchingSystem"))));
+  }
+}
+
+// A punch, its time counted from the start.
+struct Split {
+  Code code = 0;
+  Time time = LRK_NO_TIME;
+  bool additional = false;
+};
+
+struct ResultFields {
+  Time start = LRK_NO_TIME;
+  Time time = LRK_NO_TIME;
+  std::vector<Split> splits;
+};
+
+Time startOf(XmlNode element, const IofNotes& notes) {
+  const std::string text = element.text();
+  if (text.empty()) return LRK_NO_TIME;
+  const Time start = timeOfDayOf(text);
+  if (isDisq(start)) notes("unreadable start time", text);
+  return start;
+}
+
+Time timeOf(std::string_view text, std::string_view what, const IofNotes& notes) {
+  const auto seconds = secondsOf(text);
+  if (!seconds && !text.empty()) notes(what, text);
+  return seconds.value_or(LRK_NO_TIME);
+}
+
+Split readSplit(XmlNode element, const IofNotes& notes) {
+  std::string pieces;
+  Split split;
+  for (XmlNode field = element.firstChild(); field; field = field.next()) {
+    const std::string_view name = field.name();
+    if (name == "ControlCode") {
+      const std::string_view text = field.text(pieces);
+      split.code = controlCodeOf(text);
+      if (split.code == 0) notes("no number in control code", text);
+    } else if (name == "Time") {
+      split.time = timeOf(field.text(pieces), "unreadable split time", notes);
+    }
+  }
+  const std::string_view status = element.attribute("status");
+  if (status == "Missing") split.time = LRK_NO_TIME;
+  split.additional = status == "Additional";
+  return split;
+}
+
+ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes) {
+  ResultFields fields;
+  fields.splits.reserve(32);
+  std::string pieces;
+  for (XmlNode field = result.firstChild(); field; field = field.next()) {
+    const std::string_view name = field.name();
+    if (name == "SplitTime") {
+      fields.splits.push_back(readSplit(field, notes));
+    } else if (name == "StartTime") {
+      fields.start = startOf(field, notes);
+    } else if (name == "Time") {
+      fields.time = timeOf(field.text(pieces), "unreadable time", notes);
+    } else if (name == "Status") {
+      const std::string_view text = field.text(pieces);
+      if (!text.empty()) readStatus(text, runner, notes);
+    } else if (name == "Course") {
+      readCourse(field, runner);
+    } else if (name == "ControlCard") {
+      readCard(field, runner, notes);
+    }
+  }
+  if (fields.time < 0) fields.time = LRK_NO_TIME;
+  return fields;
+}
+
+void addPunch(const Split& split, Time start, LRKRunner& runner, const IofNotes& notes) {
+  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
+  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
+    notes("too many punches");
+  }
+}
+
+bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
+  readPerson(result.person.child("Person"), runner, notes);
+  XmlNode organisation = organisationIn(result.person);
+  if (!organisation) organisation = organisationIn(result.person.child("Person"));
+  readOrganisation(organisation, runner);
+
+  const ResultFields fields = readFields(result.result, runner, notes);
+  const Time start = isDisq(fields.start) ? 0 : fields.start;
+  runner.startTime(start);
+  runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
+  for (const Split& split : fields.splits) addPunch(split, start, runner, notes);
+  return true;
+}
+
+void finishCategory(LRKCategory&) {}
+
+}  // namespace
+
+const IofVersion iofVersion3 = {importedFrom,   readEvent,  readClass,
+                                collectResults, readRunner, finishCategory};
+
+}  // namespace larkstone
