@@ -35,12 +35,10 @@ class DriverTest : public test::ImportTest {
 };
 
 TEST_F(DriverTest, TempFilePathEndsInABackslash) {
-  importer.tempFilePath("");
-  EXPECT_EQ(importer.tempFilePath(), ".\\");
-  importer.tempFilePath("C:\\temp");
-  EXPECT_EQ(importer.tempFilePath(), "C:\\temp\\");
-  importer.tempFilePath("C:\\temp\\");
-  EXPECT_EQ(importer.tempFilePath(), "C:\\temp\\");
+  for (const auto& [written, read] : {std::pair{"", ".\\"}, {"C:\\t", "C:\\t\\"}, {"a\\", "a\\"}}) {
+    importer.tempFilePath(written);
+    EXPECT_EQ(importer.tempFilePath(), read);
+  }
 }
 
 TEST_F(DriverTest, TellsOfCategoriesAndProgress) {

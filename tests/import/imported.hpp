@@ -33,6 +33,12 @@ class ImportTest : public testing::Test {
   }
 
   TempFolder folder;
+  std::vector<std::string> told() const {
+    std::vector<std::string> texts;
+    for (const ImportNote& note : notes) texts.push_back(note.what);
+    return texts;
+  }
+
   LRKEvent event;
   LRKImport importer;
   std::vector<ImportNote> notes;
@@ -46,6 +52,21 @@ inline std::string textOf(const LRKPunches& punches) {
     text += punches.codeName(i, "S", "F") + ' ';
     text += isDisq(punches.time(i)) ? "-" : std::to_string(punches.time(i));
   }
+  return text;
+}
+
+/// "firstName=Åsa ID=7 ...": the properties that are set, in the order of their table.
+template <class Owner>
+std::string setProperties(const Owner& owner) {
+  std::string text;
+  Owner::forEachRow([&](const auto& row) {
+    if constexpr (isPropertyRow<std::decay_t<decltype(row)>>) {
+      bool isSet = false;
+      const TagValue value = propertyByTag(owner, row.tag, isSet);
+      const bool derived = row.name == "resultPlace" || !row.stored;
+      if (isSet && !derived) text += std::string(row.name) + '=' + *textOf(value) + ' ';
+    }
+  });
   return text;
 }
 
