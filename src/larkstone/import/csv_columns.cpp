@@ -82,7 +82,7 @@ bool CsvHeader::read(const std::string& path) {
   std::string line;
   std::string row;
   if (!file.readLine(line)) return false;
-  file.readLine(row);
+  hasRows_ = file.readLine(row);
   if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
   delimiter_ = delimiterOf(line, row);
   const std::string header = isUtf8(line) ? line : utf8FromWindows1252(line);

@@ -22,6 +22,8 @@ class CsvHeader {
   /// The last character of line 2; where that is none of line 1, the most frequent of ";", "," and
   /// tab there.
   const std::string& delimiter() const { return delimiter_; }
+  /// Whether a second line follows.
+  bool hasRows() const { return hasRows_; }
   /// The first header text, without quotes.
   const std::string& firstField() const { return firstField_; }
   bool has(std::string_view key) const { return columns_.contains(key); }
@@ -29,6 +31,7 @@ class CsvHeader {
   int column(std::string_view key) const;
 
  private:
+  bool hasRows_ = false;
   std::string delimiter_;
   std::string firstField_;
   std::unordered_map<std::string_view, int> columns_;

@@ -149,7 +149,7 @@ std::int32_t detectCsv(const FileProbe& probe) {
   bool recognised = false;
   if (!probe.tolerant) {
     recognised = hasStartNumberHeader(probe.path);
-  } else if (CsvHeader header; header.read(probe.path)) {
+  } else if (CsvHeader header; header.read(probe.path) && header.hasRows()) {
     recognised = isStartNumberHeader(header.firstField()) || isLayoutNumber(header.firstField());
   }
   return recognised ? LRKImport::determineSportSoftwareCSVFileFormat(probe.path) : 0;

@@ -141,6 +141,8 @@ Time runningTimeOf(std::string_view text) {
 }
 
 Time clockTimeOf(std::string_view text) {
+  // The missing minutes of a clock are zero; of no clock at all they are not.
+  if (std::none_of(text.begin(), text.end(), isDigit)) return LRK_NO_TIME;
   if (const auto mark = fractionMark(text, 2); mark != nowhere) {
     const auto fraction = hundredthsOf(text.substr(mark + 1));
     if (fraction) return sumOf(stringToClockTime(text.substr(0, mark), etacAuto), *fraction);

@@ -1,0 +1,84 @@
+// Lists of real timing programs, where a machine has them: LARKSTONE_SHARED_DATA names the folder.
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "imported.hpp"
+
+namespace larkstone {
+namespace {
+
+// What the lists hold by count: categories, and runners and punches within them. A list of version
+// 2 gives no runner without split times; teams are left out.
+struct Fact {
+  std::string_view file;
+  std::int32_t code;
+  int categories;
+  int runners;
+  int punches;  // without start and finish, with additional ones
+};
+constexpr Fact facts[] = {
+    {"iof_xml_2/20130508_200904_emma.xml", 0, 23, 377, 542},
+    {"iof_xml_2/Emitiof.xml", 3, 0, 0, 0},
+    {"iof_xml_2/EmmaJKRelayEndOfEvent.xml", 0, 6, 286, 1140},
+    {"iof_xml_2/PersonalResult_lookalike.xml", 3, 0, 0, 0},
+    {"iof_xml_2/iof-xml-2-split-times.xml", 0, 2, 7, 111},
+    {"iof_xml_2/iof_ResultList_example.xml", 0, 2, 65, 633},
+    {"iof_xml_2/iof_from_navisport.xml", 0, 10, 88, 950},
+    {"iof_xml_2/iof_from_navisport3.xml", 0, 5, 127, 1170},
+    {"iof_xml_2/meos-results-iof-ids.xml", 0, 0, 0, 0},
+    {"iof_xml_2/miltonriggIOFV1results.xml", 0, 3, 70, 671},
+    {"iof_xml_2/miltonriggIOFV2results.xml", 0, 3, 69, 664},
+    {"iof_xml_2/relaytest_leg3download.xml", 0, 3, 3, 6},
+    {"iof_xml_2/splitsResult_in_Finish.xml", 0, 1, 27, 162},
+    {"iof_xml_2/tasti2.xml", 0, 3, 32, 426},
+    {"iof_xml_2/woc2015_sprintFinal.xml", 0, 2, 88, 1938},
+    {"iof_xml_3/eresults4_iofxml3.xml", 0, 3, 7, 42},
+    {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
+    {"iof_xml_3/helga_ExpIndiv.xml", 0, 1, 6, 6},
+    {"iof_xml_3/helga_Results.xml", 0, 41, 386, 0},
+    {"iof_xml_3/iof_example_ResultList1.xml", 0, 2, 3, 12},
+    {"iof_xml_3/iof_example_ResultList4.xml", 0, 1, 2, 0},
+    {"iof_xml_3/miltonriggIOFV3results.xml", 0, 3, 70, 676},
+    {"iof_xml_3/oe2010_ResultListSampleData.xml", 0, 3, 7, 127},
+    {"iof_xml_3/oe_speaker_result_0.1sec.xml", 0, 2, 82, 328},
+    {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
+    {"iof_xml_3/sidroid_resultat-IOFv3.xml", 0, 11, 53, 0},
+    {"iof_xml_3/sidroid_results-IOFv3.xml", 0, 3, 45, 708},
+    {"iof_xml_3/sportident_center_splittimes.xml", 0, 2, 6, 156},
+    {"iof_xml_3/sportorg_resultList.xml", 0, 1, 2, 0},
+    {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
+};
+
+TEST(SharedDataTest, IofXmlListsHoldWhatWasCounted) {
+  const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
+  if (data == nullptr) GTEST_SKIP() << "no shared data";
+  const test::TempFolder folder;
+  for (const Fact& fact : facts) {
+    SCOPED_TRACE(fact.file);
+    LRKEvent event;
+    event.tempFilePath(folder.path());
+    ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
+    LRKImport importer;
+    const std::string file = std::string(data) + "/" + std::string(fact.file);
+    EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), fact.code);
+    EXPECT_EQ(event.noOfCategories(), fact.categories);
+    int runners = 0;
+    int punches = 0;
+    for (int i = 0; i < event.noOfCategories(); ++i) {
+      const auto category = event.category(i);
+      runners += category->noOfRunners();
+      for (int k = 0; k < category->noOfRunners(); ++k) {
+        const LRKRunner& runner = category->runner(k);
+        EXPECT_TRUE(runner.punches().startExists() && runner.punches().finishExists());
+        punches += runner.punches().count() - 2 + runner.extraPunches().count();
+      }
+    }
+    EXPECT_EQ(runners, fact.runners);
+    EXPECT_EQ(punches, fact.punches);
+  }
+}
+
+}  // namespace
+}  // namespace larkstone
