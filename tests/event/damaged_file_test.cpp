@@ -1,145 +1,115 @@
 // Damaged and hostile event files: a code or fewer records, never more.
 
 #include "larkstone/event/category_codec.hpp"
-#include "larkstone/event/event.hpp"
 
 #include "support.hpp"
 
-namespace larkstone {
+namespace larkstone::test {
 namespace {
 
-using namespace test;
-
-std::string smallEvent(const Folder& folder) {
-  const std::string path = folder.file("whole.lrk4");
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  EXPECT_EQ(event.createNewEvent(path), 0);
-  event.name("Vår");
-  event.startDate(Date{46000});
-  LRKCategory first = categoryNamed("D21");
-  first.runner(0).extraPunches().add(7, 99);
-  EXPECT_EQ(event.addCategory(first), 0);
-  EXPECT_EQ(event.addCategory(categoryNamed("H21", 2)), 0);
-  EXPECT_EQ(event.saveEvent(), 0);
-  return bytesOf(path);
-}
-
-// Whatever the file holds, everything that an open event offers can be asked for.
-void askForEverything(LRKEvent& event) {
-  EXPECT_GE(event.noOfCategories(), 0);
-  for (int i = 0; i < event.noOfCategories(); ++i) {
-    const std::shared_ptr<LRKCategory> category = event.category(i);
-    ASSERT_NE(category, nullptr);
-    for (int tag = 0; tag < 256; tag += 7)
-      event.extractCategoryTag(i, static_cast<enmFileTag>(tag));
-  }
-  for (int k = 0; k < event.noOfDerivedCourses(); ++k) {
-    event.extractDerivedCourseTag(k, etagDerivedCourseNoOfRunners);
-  }
-}
-
-TEST(DamagedFile, CutAnywhere) {
-  const Folder folder;
-  const std::string whole = smallEvent(folder);
-  const std::string path = folder.file("cut.lrk4");
-  for (std::size_t length = 0; length < whole.size(); ++length) {
-    SCOPED_TRACE(length);
-    writeBytes(path, whole.substr(0, length));
-    LRKEvent event;
-    event.tempFilePath(folder.file(""));
-    EXPECT_EQ(event.openEvent(path), length < 4 ? LRK_NOT_A_LRK_FILE : LRK_INVALID_FILE_FORMAT);
-  }
-}
-
-TEST(DamagedFile, EveryBitTurned) {
-  const Folder folder;
-  const std::string whole = smallEvent(folder);
-  const std::string path = folder.file("turned.lrk4");
-  int opened = 0;
-  for (std::size_t bit = 0; bit < whole.size() * 8; ++bit) {
-    SCOPED_TRACE(bit);
-    std::string file = whole;
-    file[bit / 8] = static_cast<char>(file[bit / 8] ^ (1 << bit % 8));
-    writeBytes(path, file);
-    LRKEvent event;
-    event.tempFilePath(folder.file(""));
-    const std::int32_t code = event.openEvent(path);
-    if (bit < 32) {
-      EXPECT_EQ(code, LRK_NOT_A_LRK_FILE);
-    } else {
-      EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
+class DamagedFile : public EventTest {
+ protected:
+  // Opens a file of those bytes and asks for what the event offers then.
+  std::int32_t openAndAsk(const std::string& bytes) {
+    const std::int32_t code = openBytes(bytes);
+    for (int i = 0; i < event_.noOfCategories(); ++i) {
+      EXPECT_NE(event_.category(i), nullptr);
+      event_.extractCategoryTag(i, etagCategoryShortName);
     }
-    if (!event.isOpen()) continue;
-    ++opened;
-    askForEverything(event);
+    event_.extractDerivedCourseTag(0, etagDerivedCourseNoOfRunners);
+    EXPECT_EQ(event_.isOpen(), code == 0 || code == LRK_UNKNOWN_FILE_VERSION);
+    EXPECT_EQ(filesIn(work_).size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
+    return code;
   }
-  EXPECT_GT(opened, 2000) << "damage to names, dates and punches does not matter";
+};
+
+TEST_F(DamagedFile, CodesOfOpening) {
+  const std::string good = eventFile({hex("43 0100 41")});
+  const auto patched = [&good](std::size_t at, const std::string& bytes) {
+    std::string file = good;
+    return file.replace(at, bytes.size(), bytes);
+  };
+  // Version at 10, category count at 13, derived-course count at 16, P = 18: offset record, D1 at
+  // 19, table tag at 23, position at 24, length at 28, second table tag at 32, data at 33.
+  ASSERT_EQ(good.size(), 37U);
+  struct Row {
+    int line;
+    std::string file;
+    std::int32_t code;
+  };
+  const Row rows[] = {
+      {__LINE__, good + "bytes behind the data area", 0},
+      {__LINE__, eventFile({}), 0},
+      {__LINE__, patched(10, hex("0100")), LRK_UNKNOWN_FILE_VERSION},
+      {__LINE__, "", LRK_NOT_A_LRK_FILE},
+      {__LINE__, "lrk3" + good.substr(4), LRK_NOT_A_LRK_FILE},
+      {__LINE__, patched(5, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},   // header before its begin
+      {__LINE__, patched(13, hex("FFFF")), LRK_INVALID_FILE_FORMAT},      // -1 categories
+      {__LINE__, patched(19, hex("00000000")), LRK_INVALID_FILE_FORMAT},  // no place for the data
+      {__LINE__, patched(19, hex("23000000")), LRK_INVALID_FILE_FORMAT},  // one byte too far
+      {__LINE__, patched(24, hex("01000000")), LRK_INVALID_FILE_FORMAT},  // behind the data area
+      {__LINE__, patched(24, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
+      // A tag that no header has takes no value: its value is read as tags.
+      {__LINE__, eventFile({}, {}, hex("C8 14 0100 41")), 0},
+      {__LINE__, eventFile({}, {}, hex("C8 0100 14 0100 41")), LRK_INVALID_FILE_FORMAT},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    EXPECT_EQ(openAndAsk(row.file), row.code);
+  }
 }
 
-TEST(DamagedFile, RecordsThatRunPastTheirEnd) {
-  const std::string name = hex("43 0100 41");
+TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
+  LRKCategory category = categoryNamed("D21", 2);
+  category.runner(0).extraPunches().add(7, 99);
+  deriveStoredValues(category);
+  const std::string course = hex("60 0100 43  64 0100 01000200  67 0100 00000500");
+  const std::string whole = eventFile({encodeCategory(category), hex("43 0100 41")}, {course});
+  for (std::size_t length = 4; length < whole.size(); ++length) {
+    EXPECT_EQ(openAndAsk(whole.substr(0, length)), LRK_INVALID_FILE_FORMAT) << length;
+  }
+  std::size_t opened = 0;
+  for (std::size_t bit = 32; bit < whole.size() * 8; ++bit) {
+    SCOPED_TRACE(bit);
+    std::string turned = whole;
+    turned[bit / 8] = static_cast<char>(turned[bit / 8] ^ (1 << bit % 8));
+    const std::int32_t code = openAndAsk(turned);
+    if (code == 0) ++opened;
+    EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
+  }
+  EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
+}
+
+TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
+  std::string endless;
+  for (int i = 0; i < 32767 + 3; ++i) endless += hex("80 00000000");
   struct Row {
     int line;
     std::string record;
-    std::string name;
     int runners;
     int punches;  // of the last runner
   };
   const Row rows[] = {
-      {__LINE__, "", "", 0, 0},
-      {__LINE__, name, "A", 0, 0},
-      {__LINE__, name + hex("45 FF7F"), "A", 0, 0},  // claims 32767 runners
-      {__LINE__, name + hex("45 FFFF 80 00000000"), "A", 1, 0},
-      {__LINE__, name + hex("43 0300 4242"), "A", 0, 0},  // text of three with two left
-      {__LINE__, name + hex("43 FFFF 42"), "A", 0, 0},
-      {__LINE__, name + hex("40 0102"), "A", 0, 0},
-      {__LINE__, name + hex("C8 FF7F 42"), "A", 0, 0},  // unknown tags are texts
-      {__LINE__, name + hex("47 FFFFFF7F 0100 0200 03000000"), "A", 0, 0},
-      {__LINE__, name + hex("47 FFFFFFFF 0100 0200 03000000"), "A", 0, 0},
-      {__LINE__, name + hex("80 FFFFFFFF 97 0000"), "A", 0, 0},
-      {__LINE__, name + hex("80 80"), "A", 0, 0},
+      {__LINE__, hex("45 FF7F"), 0, 0},       // claims 32767 runners
+      {__LINE__, endless, 32767, 0},          // has more
+      {__LINE__, hex("43 0300 4242"), 0, 0},  // text of three with two left
+      {__LINE__, hex("47 FFFFFF7F 0100 0200 03000000"), 0, 0},
+      {__LINE__, hex("80 FFFFFFFF 97 0000"), 0, 0},
       // A runner cut off keeps what was complete.
-      {__LINE__, name + hex("80 FFFFFF7F 97 0100 1F00 640000 98 00 99 01"), "A", 1, 1},
+      {__LINE__, hex("80 FFFFFF7F 97 0100 1F00 640000 98 00 99 01"), 1, 1},
       // Damage in one runner does not reach the next.
-      {__LINE__, name + hex("80 03000000 97 FF7F  80 08000000 97 0100 1F00 640000"), "A", 2, 1},
-      {__LINE__, name + hex("80 08000000 97 FFFF 1F00 640000"), "A", 1, 0},
-      {__LINE__, name + hex("80 08000000 97 FF7F 1F00 640000"), "A", 1, 0},
-      {__LINE__, name + hex("80 08000000 97 0200 1F00 640000"), "A", 1, 0},
+      {__LINE__, hex("80 03000000 97 FF7F  80 08000000 97 0100 1F00 640000"), 2, 1},
+      {__LINE__, hex("80 08000000 97 FFFF 1F00 640000"), 1, 0},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
-    const LRKCategory category = decodeCategory(row.record, 0);
-    EXPECT_EQ(category.name(), row.name);
+    const LRKCategory category = decodeCategory(hex("43 0100 41") + row.record, 0);
+    EXPECT_EQ(category.name(), "A");
     ASSERT_EQ(category.noOfRunners(), row.runners);
     if (row.runners == 0) continue;
     EXPECT_EQ(category.runner(row.runners - 1).punches().count(), row.punches);
   }
 }
 
-TEST(DamagedFile, MoreRunnersThanACategoryHolds) {
-  std::string record = hex("43 0100 41");
-  for (int i = 0; i < 32767 + 3; ++i) record += hex("80 00000000");
-  EXPECT_EQ(decodeCategory(record, 0).noOfRunners(), 32767);
-}
-
-// Records may overlap in a file; saving writes each for itself.
-TEST(DamagedFile, OverlappingRecords) {
-  const Folder folder;
-  const std::string record = hex("43 0100 41");
-  std::string file = eventFile({record, hex("43 0100 42")}, {hex("60 0100 43")});
-  const std::string table = hex("00000000 04000000  04000000 04000000");
-  file.replace(file.find(table), 16, hex("00000000 04000000  00000000 04000000"));
-  writeBytes(folder.file("event.lrk4"), file);
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  ASSERT_EQ(event.openEvent(folder.file("event.lrk4")), 0);
-  EXPECT_EQ(event.categoryName(1), "A");
-  ASSERT_EQ(event.saveEvent(), 0);
-  const SavedFile saved(bytesOf(folder.file("event.lrk4")), 2, 1);
-  EXPECT_EQ(saved.data, record + record + hex("60 0100 43"));
-  EXPECT_EQ(saved.categories[1].position, 4);
-}
-
 }  // namespace
-}  // namespace larkstone
+}  // namespace larkstone::test
