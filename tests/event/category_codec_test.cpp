@@ -24,16 +24,15 @@ T sample(int n) {
   }
 }
 
-constexpr int all = -1;
-
-// Fills all rows, or just one of them and the values without a flag. Returns how many there are.
+// Fills all rows, or with `only` just that one and the values without a flag. Returns how many
+// there are.
 template <class Owner>
 int fill(Owner& owner, int only) {
   int n = 0;
   Owner::forEachRow([&](const auto& row) {
     using Row = std::decay_t<decltype(row)>;
     if constexpr (isPropertyRow<Row>) {
-      const bool wanted = only == all || only == n;
+      const bool wanted = only < 0 || only == n;
       owner.*row.member = {sample<typename Row::Type>(n), row.stored && wanted};
     } else if constexpr (isValueRow<Row>) {
       owner.*row.member = sample<typename Row::Type>(n);
@@ -62,8 +61,7 @@ using Properties = EventTest;
 
 TEST_F(Properties, OfAnEvent) {
   int rows = 1;
-  for (int only = all; only < rows; ++only) {
-    SCOPED_TRACE(only);
+  for (int only = -1; only < rows; ++only) {
     ASSERT_EQ(openBytes(eventFile({})), 0);
     rows = fill(event_, only);
     ASSERT_EQ(event_.saveEvent(), 0);
@@ -77,8 +75,7 @@ TEST_F(Properties, OfAnEvent) {
 
 TEST_F(Properties, OfACategoryAndARunner) {
   int rows = 1;
-  for (int only = all; only < rows; ++only) {
-    SCOPED_TRACE(only);
+  for (int only = -1; only < rows; ++only) {
     LRKCategory category = categoryNamed("D12", 2);
     LRKRunner& runner = category.runner(1);
     rows = std::max(fill(category, only), fill(runner, only));
@@ -108,7 +105,6 @@ TEST_F(Properties, KeepToTheirFields) {
       decodeCategory(encodeCategory(category) + hex("80 05000000 95 40420F00"), 0);
   EXPECT_EQ(read.noOfRelayLegs(), 255);
   EXPECT_EQ(read.extraInfo(), std::string(32767, 'x'));
-  ASSERT_EQ(read.noOfRunners(), 2);
   EXPECT_EQ(read.runner(0).relayLeg(), 0);
   EXPECT_EQ(read.runner(0).punches().time(1), 16777215);
   EXPECT_EQ(read.runner(1).rankingPosition(), 32767) << "a million in the file";
@@ -129,8 +125,9 @@ TEST(StoredValues, EqualTimesShareAPlace) {
 
 TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
   LRKCategory category;
-  for (const Code code : std::vector<Code>{32, 33, 32, 33, 32})
+  for (const Code code : std::vector<Code>{32, 33, 32, 33, 32}) {
     category.addRunner(runnerOn({31, code}));
+  }
   category.runner(3).courseName("B");
   category.legLength(32, LRK_FINISH_CODE, 120);
   deriveStoredValues(category);
@@ -139,7 +136,6 @@ TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
   for (int i = 0; i < 5; ++i) EXPECT_EQ(category.runner(i).courseName(), names[i]) << i;
   EXPECT_EQ(category.legLengthArray().size(), 5U) << "every leg that was run";
   EXPECT_TRUE(category.legLengthSet(33, LRK_FINISH_CODE));
-  EXPECT_EQ(category.legLength(33, LRK_FINISH_CODE), 0);
   EXPECT_EQ(category.legLength(32, LRK_FINISH_CODE), 120);
 }
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -70,9 +71,7 @@ inline std::string little(std::size_t value, int width) {
 using Records = std::vector<std::string>;
 
 inline std::string joined(const Records& records) {
-  std::string bytes;
-  for (const std::string& record : records) bytes += record;
-  return bytes;
+  return std::accumulate(records.begin(), records.end(), std::string());
 }
 
 /// The end of an event file: both position tables and the data area, where the records, all
