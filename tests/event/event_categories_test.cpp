@@ -1,205 +1,190 @@
-// The categories of an open event: handing out, storing, order.
+// The categories of an open event: their order, handing out and storing.
 
-#include <memory>
+#include <algorithm>
+#include <random>
+#include <tuple>
 
-#include "larkstone/event/event.hpp"
+#include "larkstone/event/category_codec.hpp"
 
 #include "support.hpp"
 
-namespace larkstone {
+namespace larkstone::test {
 namespace {
 
-using namespace test;
+// One digit class group, one gender, three age, 0, one length group, three number in the suffix.
+TEST(CategorySortKey, FollowsTheName) {
+  constexpr auto byGender = ecsfSorted | ecsfYoungstersBeforeOldboys;
+  constexpr auto all = byGender | ecsfTreatGendersAsEqual;
+  const std::tuple<std::string, enmCategorySortFlags, std::string> rows[] = {
+      {"H21", ecsfUnsorted, "00012_H21"},
+      {"H21", all, "2000001000_00012_H21"},
+      {"H21", ecsfSorted, "2197801000_00012_H21"},
+      {"D21E", all, "1000002000_00012_D21E"},
+      {"H21 Super 2", all, "0000003002_00012_H21 Super 2"},
+      {"H21 Motion", all, "3000002000_00012_H21 Motion"},
+      {"H16 N", all, "4000502000_00012_H16 N"},
+      {"Inskolning", all, "5200001000_00012_Inskolning"},
+      {"ÖPPEN 5 Lång", all, "7200500000_00012_ÖPPEN 5 Lång"},
+      {"W40 K2", byGender, "2004003002_00012_W40 K2"},
+      {"Course 12e", ecsfSorted, "9201202000_00012_Course 12e"},
+      {"99999999999999999999", all, "9299901000_00012_99999999999999999999"},
+  };
+  for (const auto& [name, flags, key] : rows) {
+    EXPECT_EQ(LRKEvent::createCategorySortKey(name, 12, flags), key);
+  }
+}
 
-class EventCategories : public testing::Test {
+class EventCategories : public EventTest {
  protected:
-  EventCategories() {
-    event_.tempFilePath(folder_.file(""));
-    EXPECT_EQ(event_.createNewEvent(path_), 0);
-  }
+  EventCategories() { EXPECT_EQ(event_.createNewEvent(path_), 0); }
 
-  void add(const std::vector<std::string>& names) {
+  void addAndSave(const std::vector<std::string>& names) {
     for (const std::string& name : names) ASSERT_EQ(event_.addCategory(categoryNamed(name)), 0);
-  }
-  void saveAndReopen() {
     ASSERT_EQ(event_.saveEvent(), 0);
-    ASSERT_EQ(event_.openEvent(path_), 0);
   }
-  std::vector<std::string> shown() const {
-    std::vector<std::string> names;
-    for (int i = 0; i < event_.noOfCategories(); ++i) names.push_back(event_.categoryName(i));
-    return names;
+  void expectShown(const std::vector<std::string>& names) {
+    ASSERT_EQ(event_.noOfCategories(), static_cast<int>(names.size()));
+    int i = 0;
+    for (const std::string& name : names) EXPECT_EQ(event_.category(i++)->name(), name);
   }
-  std::vector<std::string> inFile() const {
-    std::vector<std::string> names;
-    for (int i = 0; i < event_.noOfCategories(); ++i) {
-      names.push_back(event_.categoryName(event_.categoryDisplayIndex(i)));
-    }
-    return names;
-  }
-
-  using Names = std::vector<std::string>;
-  const Folder folder_;
-  const std::string path_ = folder_.file("event.lrk4");
-  LRKEvent event_;
 };
 
 TEST_F(EventCategories, AreShownSortedOnceTheFileIsOpened) {
-  add({"Öppen 1", "H21", "D12", "D21"});
-  EXPECT_EQ(shown(), (Names{"Öppen 1", "H21", "D12", "D21"}));
-  saveAndReopen();
-  EXPECT_EQ(shown(), (Names{"H21", "D21", "D12", "Öppen 1"}));
-  EXPECT_EQ(inFile(), (Names{"Öppen 1", "H21", "D12", "D21"}));
-  EXPECT_EQ(event_.categoryFileIndex(2), 2);
-  EXPECT_EQ(event_.categoryFileIndex(3), 0);
-  EXPECT_EQ(event_.category(3)->name(), "Öppen 1");
-  EXPECT_EQ(event_.category(3)->runner(0).categoryIndex(), 3);
-
-  LRKCategory late = categoryNamed("D10");
-  ASSERT_EQ(event_.addCategory(late), 0);
-  EXPECT_EQ(late.categoryIndex(), 4);
-  EXPECT_EQ(event_.categoryFileIndex(4), 4);
-
-  event_.categorySortFlags(ecsfUnsorted);
+  addAndSave({"Öppen 1", "H21", "öppen 1", "D21"});
   ASSERT_EQ(event_.openEvent(path_), 0);
-  EXPECT_EQ(shown(), inFile());
+  expectShown({"H21", "D21", "Öppen 1", "öppen 1"});
+  LRKCategory replacing = categoryNamed("ÖPPEN 1");
+  EXPECT_TRUE(event_.replaceCategoryByName(replacing));
+  EXPECT_EQ(replacing.categoryIndex(), 2);
+  expectShown({"H21", "D21", "ÖPPEN 1", "öppen 1"});
 }
 
 TEST_F(EventCategories, TheLastOneHandedOutIsKept) {
-  add({"A", "B"});
-  const std::shared_ptr<LRKCategory> a = event_.category(0);
-  EXPECT_EQ(event_.category(0), a);
-  a->name("changed in the copy only");
-  EXPECT_EQ(event_.category(1)->name(), "B");
-  EXPECT_NE(event_.category(0), a);
-  EXPECT_EQ(event_.category(0)->name(), "A");
-
+  addAndSave({"A", "B"});
   const std::shared_ptr<LRKCategory> kept = event_.category(0);
   kept->name("C");
+  expectShown({"C", "B"});
+  expectShown({"A", "B"});
   ASSERT_EQ(event_.category(0, kept), 0);
-  EXPECT_EQ(event_.category(0), kept);
-  LRKCategory other = categoryNamed("D");
-  ASSERT_EQ(event_.category(0, other), 0);
-  EXPECT_EQ(event_.category(0)->name(), "D");
-  event_.unsetCurrentCategory();
-  EXPECT_EQ(event_.categoryName(0), "D");
+  expectShown({"C", "B"});
 }
 
-TEST_F(EventCategories, MoveInTheListAlone) {
-  add({"0", "1", "2", "3", "4", "5"});
-  event_.moveCategory(5, 1);
-  EXPECT_EQ(shown(), (Names{"0", "5", "1", "2", "3", "4"}));
-  EXPECT_EQ(inFile(), (Names{"0", "1", "2", "3", "4", "5"}));
-  event_.moveCategory(0, 0);
-  event_.moveCategory(0, 6);
-  event_.moveCategory(-1, 2);
-  EXPECT_EQ(shown(), (Names{"0", "5", "1", "2", "3", "4"}));
-  event_.moveCategory(1, 5);
-  EXPECT_EQ(shown(), inFile());
-}
+// Long series of random changes against lists kept in memory. The event begins as a file with
+// derived courses, whose bytes are carried along untouched.
+using Known = std::shared_ptr<LRKCategory>;  // a category as it was last stored
+using List = std::vector<Known>;
 
-TEST_F(EventCategories, MoveInTheFileWhenUnsorted) {
-  add({"0", "1", "2", "3"});
-  event_.categorySortFlags(ecsfUnsorted);
-  event_.moveCategory(3, 1);
-  EXPECT_EQ(shown(), (Names{"0", "3", "1", "2"}));
-  EXPECT_EQ(inFile(), shown());
-  ASSERT_EQ(event_.saveEvent(), 0);
+class RandomChanges : public EventTest {
+ protected:
+  RandomChanges() { EXPECT_EQ(openBytes(eventFile({}, courses_)), 0); }
 
-  // The table is in the new order, the bytes are where they were.
-  const SavedFile moved(bytesOf(path_), 4, 0);
-  EXPECT_EQ(moved.categories[0].position, 0);
-  EXPECT_EQ(moved.categories[2].position, moved.categories[0].length);
-  EXPECT_EQ(moved.categories[1].position + moved.categories[1].length,
-            static_cast<std::int32_t>(moved.data.size()));
+  int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
+  Known shown(int index) const {
+    return index < static_cast<int>(shown_.size()) ? *(shown_.begin() + index) : nullptr;
+  }
+  static Records recordsOf(const List& list) {
+    Records records;
+    for (const Known& category : list) records.push_back(encodeCategory(*category));
+    return records;
+  }
 
-  ASSERT_EQ(event_.openEvent(path_), 0);
-  EXPECT_EQ(shown(), (Names{"0", "3", "1", "2"}));
-  ASSERT_EQ(event_.saveEvent(), 0);
-  EXPECT_EQ(SavedFile(bytesOf(path_), 4, 0).data, moved.data);
+  void change() {
+    const bool sorted = upTo(1) == 0;
+    event_.categorySortFlags(sorted ? ecsfSorted : ecsfUnsorted);
+    event_.category(0);  // handed out and kept, unless the change concerns it
+    const int index = upTo(event_.noOfCategories());
+    const int kind = upTo(5);
+    if (kind == 0) return remove(index);
+    if (kind == 1) return move(index, upTo(event_.noOfCategories()), sorted);
+    return kind < 5 ? store(index) : add();
+  }
+  void add() {
+    LRKCategory added = categoryNamed("Class " + std::to_string(++added_), upTo(3));
+    EXPECT_FALSE(event_.replaceCategoryByName(added));
+    const auto category = std::make_shared<LRKCategory>(added);
+    for (List* list : {&shown_, &inFile_, &inData_}) list->push_back(category);
+  }
+  void store(int index) {
+    const Known category = shown(index);
+    LRKCategory changed = category ? *category : LRKCategory();
+    changed.extraInfo(std::string(static_cast<std::size_t>(upTo(50)), 'x'));
+    if (category && upTo(1) == 0) {
+      changed.name((changed.name()[0] == 'C' ? 'c' : 'C') + changed.name().substr(1));
+      EXPECT_TRUE(event_.replaceCategoryByName(changed));
+    } else {
+      changed.name(changed.name() + "'");
+      EXPECT_EQ(event_.category(index, changed), 0);
+    }
+    if (!category) return;
+    *category = changed;
+    inData_ = inFile_;
+  }
+  void remove(int index) {
+    const Known category = shown(index);
+    EXPECT_EQ(event_.deleteCategory(index), 0);
+    if (!category) return;
+    std::erase(shown_, category);
+    std::erase(inFile_, category);
+    inData_ = inFile_;
+  }
+  void move(int from, int to, bool sorted) {
+    const Known category = shown(from);
+    event_.moveCategory(from, to);
+    if (!category || !shown(to)) return;
+    // In the file it comes to stand where the category was whose place it took.
+    const auto place = std::find(inFile_.begin(), inFile_.end(), shown(to)) - inFile_.begin();
+    std::erase(shown_, category);
+    shown_.insert(shown_.begin() + to, category);
+    if (sorted) return;
+    std::erase(inFile_, category);
+    inFile_.insert(inFile_.begin() + place, category);
+  }
 
-  // Storing any of them writes all in the order of the table.
-  ASSERT_EQ(event_.category(0, event_.category(0)), 0);
-  ASSERT_EQ(event_.saveEvent(), 0);
-  const SavedFile stored(bytesOf(path_), 4, 0);
-  EXPECT_EQ(stored.categories[1].position, stored.categories[0].length);
-}
+  void compare() {
+    ASSERT_EQ(event_.noOfCategories(), static_cast<int>(shown_.size()));
+    for (int i = 0; i < event_.noOfCategories(); ++i) {
+      ASSERT_EQ(event_.categoryName(i), shown(i)->name());
+      ASSERT_EQ(event_.categoryDisplayIndex(event_.categoryFileIndex(i)), i);
+      ASSERT_EQ(encodeCategory(*event_.category(i)), encodeCategory(*shown(i)));
+    }
+  }
+  void saveAndCompareFile() {
+    ASSERT_EQ(event_.saveEvent(), 0);
+    const std::string data = joined(recordsOf(inData_)) + joined(courses_);
+    ASSERT_TRUE(bytesOf(path_).ends_with(tablesAndData(recordsOf(inFile_), courses_, data)));
+  }
+  void updateForkingInfo() {
+    ASSERT_EQ(event_.updateForkingInfo(), 0);  // stores all and saves
+    inData_ = inFile_;
+  }
+  void reopen() {
+    event_.categorySortFlags(ecsfUnsorted);
+    ASSERT_EQ(event_.openEvent(path_), 0);
+    shown_ = inFile_;
+    EXPECT_EQ(event_.derivedCourseName(1), "second");
+  }
 
-TEST_F(EventCategories, Delete) {
-  add({"Öppen 1", "H21", "D12", "D21"});
-  saveAndReopen();
-  ASSERT_EQ(event_.category(1)->name(), "D21");
-  ASSERT_EQ(event_.deleteCategory(3), 0);  // the first in the file
-  EXPECT_EQ(shown(), (Names{"H21", "D21", "D12"}));
-  EXPECT_EQ(inFile(), (Names{"H21", "D12", "D21"}));
-  EXPECT_EQ(event_.category(1)->name(), "D21");
-  EXPECT_EQ(event_.deleteCategory(3), 0);
-  EXPECT_EQ(event_.noOfCategories(), 3);
-  while (event_.noOfCategories() > 0) ASSERT_EQ(event_.deleteCategory(0), 0);
-  saveAndReopen();
-  EXPECT_EQ(event_.noOfCategories(), 0);
-}
+  // The second has a tag of the future, which stays where it is.
+  const Records courses_ = {
+      hex("60 0500 6669727374  61 00  62 01  63 00  64 0000  67 0100 0000 0100"),
+      hex("60 0600 7365636F6E64  C8 0200 5858  64 0100 E07F1F00  67 0000")};
+  std::mt19937 random_{1};
+  int added_ = 0;
+  List shown_;   // in display order
+  List inFile_;  // in the order of the position table
+  List inData_;  // in the order of the data area
+};
 
-TEST_F(EventCategories, ReplaceByNameWhateverItsCase) {
-  add({"H21", "öppen 1", "Öppen 1"});
-  LRKCategory category = categoryNamed("ÖPPEN 1", 5);
-  EXPECT_TRUE(event_.replaceCategoryByName(category));
-  EXPECT_EQ(shown(), (Names{"H21", "ÖPPEN 1", "Öppen 1"}));
-  EXPECT_EQ(event_.category(1)->noOfRunners(), 5);
-  LRKCategory other = categoryNamed("Öppen 2");
-  EXPECT_FALSE(event_.replaceCategoryByName(other));
-  EXPECT_EQ(shown(), (Names{"H21", "ÖPPEN 1", "Öppen 1", "Öppen 2"}));
-}
-
-TEST_F(EventCategories, UpdateForkingInfoStoresAllAndSaves) {
-  add({"A", "B"});
-  ASSERT_EQ(event_.saveEvent(), 0);
-  std::string file = bytesOf(path_);
-  const std::string wrong = hex("4E FF 4F 0300 50 0300");
-  for (std::size_t at; (at = file.find(wrong)) != std::string::npos;) file[at + 1] = 0;
-  writeBytes(path_, file);
-
-  ASSERT_EQ(event_.openEvent(path_), 0);
-  EXPECT_FALSE(event_.category(1)->allRunnersHaveTheSameForking());
-  ASSERT_EQ(event_.updateForkingInfo(), 0);
-  EXPECT_TRUE(event_.category(1)->allRunnersHaveTheSameForking());
-  LRKEvent read;
-  read.tempFilePath(folder_.file(""));
-  ASSERT_EQ(read.openEvent(path_), 0);
-  EXPECT_TRUE(read.category(0)->allRunnersHaveTheSameForking());
-  EXPECT_TRUE(read.category(1)->allRunnersHaveTheSameForking());
-}
-
-TEST_F(EventCategories, ThePositionTableHasItsLimit) {
-  LRKCategory category = categoryNamed("A", 0);
-  for (int i = 0; i < 4095; ++i) ASSERT_EQ(event_.addCategory(category), 0);
-  EXPECT_EQ(event_.addCategory(category), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(event_.noOfCategories(), 4095);
-  saveAndReopen();
-  EXPECT_EQ(event_.noOfCategories(), 4095);
-}
-
-TEST_F(EventCategories, ClosedEventHasNone) {
-  add({"A"});
-  ASSERT_EQ(event_.saveEvent(), 0);
-  EXPECT_EQ(event_.closeEvent(), 0);
-  EXPECT_EQ(event_.closeEvent(), 0);
-  LRKCategory category = categoryNamed("B");
-  EXPECT_EQ(event_.noOfCategories(), 0);
-  EXPECT_EQ(event_.category(0), nullptr);
-  EXPECT_EQ(event_.categoryName(0), "");
-  EXPECT_EQ(event_.addCategory(category), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(event_.category(0, category), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(event_.deleteCategory(0), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(event_.updateForkingInfo(), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(event_.saveEvent(), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_FALSE(event_.replaceCategoryByName(category));
-  EXPECT_FALSE(event_.openTempFile());
-  event_.closeTempFile();
-  event_.moveCategory(0, 0);
-  EXPECT_EQ(event_.openEvent(path_), 0);
-  EXPECT_EQ(shown(), (Names{"A"}));
+TEST_F(RandomChanges, AgreeWithListsInMemory) {
+  for (int step = 1; step <= 1200 && !HasFailure(); ++step) {
+    SCOPED_TRACE(step);
+    change();
+    compare();
+    if (step % 10 == 0) saveAndCompareFile();
+    if (step % 80 == 0) updateForkingInfo();
+    if (step % 40 == 0) reopen();
+  }
 }
 
 }  // namespace
-}  // namespace larkstone
+}  // namespace larkstone::test

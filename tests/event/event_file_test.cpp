@@ -1,63 +1,78 @@
-// The bytes of event files, and the codes with which files open.
+// Event files: their bytes, damage to them, and what stands on the disk.
 
 #include <cstring>
+#include <tuple>
 
-#include "larkstone/event/event.hpp"
+#include "larkstone/event/category_codec.hpp"
 
 #include "support.hpp"
 
-namespace larkstone {
+namespace larkstone::test {
 namespace {
 
-using namespace test;
+namespace fs = std::filesystem;
+
+using EventFile = EventTest;
 
 // One category with one runner, laid out by hand.
-TEST(EventFile, EveryByteOfASmallFile) {
-  const Folder folder;
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  ASSERT_EQ(event.createNewEvent(folder.file("small.lrk4")), 0);
-  event.name("Vår");
-  event.resultListStatus(erlsDelta);
-  LRKCategory category;
-  category.name("D10");
+TEST_F(EventFile, EveryByteOfASmallFile) {
+  ASSERT_EQ(event_.createNewEvent(path_), 0);
+  event_.name("Vår");
+  event_.resultListStatus(erlsDelta);
+  event_.lastModifiedBy("U");  // and the creator, while the event is new
+  LRKCategory category = categoryNamed("D10", 0);
   category.legLength(31, LRK_FINISH_CODE, 300);
-  LRKRunner runner;
-  runner.firstName("Eva");
-  runner.name("not kept");
-  runner.status(estaOK);
-  runner.startTime(0);
-  runner.punches().add(6000, 31);
-  runner.finishTime(12345);
-  category.addRunner(runner);
-  ASSERT_EQ(event.addCategory(category), 0);
-  ASSERT_EQ(event.saveEvent(), 0);
+  category.addRunner(runnerOn({31}));
+  category.runner(0).firstName("Eva");
+  ASSERT_EQ(event_.addCategory(category), 0);
+  ASSERT_EQ(event_.saveEvent(), 0);
 
-  double created = 0;
-  const std::string file = bytesOf(folder.file("small.lrk4"));
-  ASSERT_EQ(file.size(), 135U);
-  std::memcpy(&created, file.data() + 21, 8);
-  EXPECT_GT(created, 45000);  // some day after 2023
-  EXPECT_EQ(event.created(), Date{created});
-  EXPECT_EQ(event.lastModified(), Date{created});
-  EXPECT_EQ(event.fileSize(), 135);
+  const std::string file = bytesOf(path_);
   const std::string date = file.substr(21, 8);
-
-  const std::string expected = "lrk4" + hex("10 28000000  00 0000  14 0300 56E572  1E 02  22") +
-                               date + hex("24") + date +
-                               hex("1F 0100  2B 0000"
-                                   "21 3C000000"
-                                   "20 00000000 4C000000  2C"
-                                   "43 0300 443130  45 0100  4E FF  4F 0200  50 0200"
-                                   "47 10000000  1F00 F07F 2C010000  E07F 1F00 00000000"
-                                   "48 02  49 00"
-                                   "80 1D000000  87 0300 457661"
-                                   "97 0300  E07F 000000  1F00 701700  F07F 393000"
-                                   "98 00  99 0100");
-  EXPECT_EQ(file, expected);
+  EXPECT_EQ(std::memcmp(date.data(), &event_.created().day, 8), 0);
+  EXPECT_EQ(event_.fileSize(), 143);
+  EXPECT_EQ(file, "lrk4" + hex("10 30000000  00 0000  14 0300 56E572  1E 02  22") + date +
+                      hex("23 0100 55  24") + date +
+                      hex("25 0100 55  1F 0100  2B 0000  21 44000000  20 00000000 4C000000  2C"
+                          "43 0300 443130  45 0100  4E FF  4F 0200  50 0200"
+                          "47 10000000  1F00 F07F 2C010000  E07F 1F00 00000000"
+                          "48 02  49 00  80 1D000000  87 0300 457661"
+                          "97 0300  E07F 000000  1F00 701700  F07F E02E00  98 00  99 0100"));
 }
 
-TEST(EventFile, CodesOfOpening) {
+TEST_F(EventFile, ValuesOutOfRecordsWithoutDecoding) {
+  const std::string category =
+      hex("40 FEFFFFFF  43 0200 4131  C8 0300 585858  45 0500  4E 07  46 0900"
+          "47 0A000000 00000000000000000000  48 03  80 02000000 4343  4D 0A000000");
+  const std::string course = hex("60 0100 42  62 01  64 0200 0100020002000300  67 0100 00000500");
+  ASSERT_EQ(openBytes(eventFile({hex("43 0100 41"), category}, {course})), 0);
+  for (const bool held : {false, true}) {
+    ASSERT_TRUE(!held || event_.openTempFile());
+    const auto value = [this](enmFileTag tag) { return event_.extractCategoryTag(1, tag); };
+    EXPECT_EQ(value(etagCategoryAllRunnersHaveTheSameForking), TagValue(true));
+    EXPECT_EQ(value(etagCategoryCourseLength), TagValue(10)) << "behind the runner";
+    EXPECT_EQ(value(etagCategoryShortName), TagValue());
+    EXPECT_EQ(value(static_cast<enmFileTag>(200)), TagValue()) << "a tag of the future";
+    EXPECT_EQ(event_.extractDerivedCourseTag(0, etagDerivedCourseNoOfLegs), TagValue(2));
+    EXPECT_EQ(event_.extractDerivedCourseTag(0, etagDerivedCourseNoOfRunners), TagValue(1));
+  }
+}
+
+// Damaged and hostile files: a code or fewer records, never more.
+class DamagedFile : public EventTest {
+ protected:
+  // Opens a file of those bytes and asks for what the event offers then.
+  std::int32_t openAndAsk(const std::string& bytes) {
+    const std::int32_t code = openBytes(bytes);
+    for (int i = 0; i < event_.noOfCategories(); ++i) EXPECT_NE(event_.category(i), nullptr);
+    event_.extractDerivedCourseTag(0, etagDerivedCourseNoOfRunners);
+    EXPECT_EQ(event_.isOpen(), code == 0 || code == LRK_UNKNOWN_FILE_VERSION);
+    EXPECT_EQ(filesIn(work_).size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
+    return code;
+  }
+};
+
+TEST_F(DamagedFile, CodesOfOpening) {
   const std::string good = eventFile({hex("43 0100 41")});
   const auto patched = [&good](std::size_t at, const std::string& bytes) {
     std::string file = good;
@@ -66,208 +81,142 @@ TEST(EventFile, CodesOfOpening) {
   // Version at 10, category count at 13, derived-course count at 16, P = 18: offset record, D1 at
   // 19, table tag at 23, position at 24, length at 28, second table tag at 32, data at 33.
   ASSERT_EQ(good.size(), 37U);
-  struct Row {
-    int line;
-    std::string file;
-    std::int32_t code;
-  };
-  const Row rows[] = {
-      {__LINE__, good, 0},
-      {__LINE__, good + "bytes behind the data area", 0},
-      {__LINE__, eventFile({}), 0},
-      {__LINE__, eventFile({}, {}, hex("14 0100 41")), 0},
-      {__LINE__, patched(10, hex("0100")), LRK_UNKNOWN_FILE_VERSION},
-      {__LINE__, "", LRK_NOT_A_LRK_FILE},
-      {__LINE__, "lrk", LRK_NOT_A_LRK_FILE},
-      {__LINE__, "LRK4" + good.substr(4), LRK_NOT_A_LRK_FILE},
-      {__LINE__, "lrk3" + good.substr(4), LRK_NOT_A_LRK_FILE},
-      {__LINE__, "lrk4", LRK_INVALID_FILE_FORMAT},
-      {__LINE__, "lrk4" + hex("11") + good.substr(5), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(23, hex("21")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(32, hex("2D")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(5, hex("FFFFFF7F")), LRK_INVALID_FILE_FORMAT},  // header to infinity
-      {__LINE__, patched(5, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},  // and before its begin
-      {__LINE__, patched(13, hex("FFFF")), LRK_INVALID_FILE_FORMAT},     // -1 categories
-      {__LINE__, patched(13, hex("FF7F")), LRK_INVALID_FILE_FORMAT},     // 32767 of them
-      {__LINE__, patched(16, hex("FFFF")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(16, hex("FF7F")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(19, hex("00000000")), LRK_INVALID_FILE_FORMAT},  // no place for the data
-      {__LINE__, patched(19, hex("23000000")), LRK_INVALID_FILE_FORMAT},  // one byte too far
-      {__LINE__, patched(19, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(24, hex("01000000")), LRK_INVALID_FILE_FORMAT},  // behind the data area
-      {__LINE__, patched(24, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(28, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
-      {__LINE__, patched(28, hex("FFFFFF7F")), LRK_INVALID_FILE_FORMAT},
+  const std::pair<std::string, std::int32_t> rows[] = {
+      {good + "bytes behind the data area", 0},
+      {patched(10, hex("0100")), LRK_UNKNOWN_FILE_VERSION},
+      {"", LRK_NOT_A_LRK_FILE},
+      {"lrk3" + good.substr(4), LRK_NOT_A_LRK_FILE},
+      {patched(5, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},   // header before its begin
+      {patched(13, hex("FFFF")), LRK_INVALID_FILE_FORMAT},      // -1 categories
+      {patched(19, hex("00000000")), LRK_INVALID_FILE_FORMAT},  // no place for the data
+      {patched(19, hex("23000000")), LRK_INVALID_FILE_FORMAT},  // one byte too far
+      {patched(24, hex("01000000")), LRK_INVALID_FILE_FORMAT},  // behind the data area
+      {patched(24, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
       // A tag that no header has takes no value: its value is read as tags.
-      {__LINE__, eventFile({}, {}, hex("C8")), 0},
-      {__LINE__, eventFile({}, {}, hex("C8 14 0100 41")), 0},
-      {__LINE__, eventFile({}, {}, hex("C8 0100 14 0100 41")), LRK_INVALID_FILE_FORMAT},
+      {eventFile({}, {}, hex("C8 14 0100 41")), 0},
+      {eventFile({}, {}, hex("C8 0100 14 0100 41")), LRK_INVALID_FILE_FORMAT},
   };
-  const Folder folder;
-  const std::string path = folder.file("event.lrk4");
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    writeBytes(path, row.file);
-    LRKEvent event;
-    event.tempFilePath(folder.file(""));
-    EXPECT_EQ(event.openEvent(path), row.code);
-    EXPECT_EQ(event.isOpen(), row.code == 0 || row.code == LRK_UNKNOWN_FILE_VERSION);
-    EXPECT_EQ(folder.files().size(), event.isOpen() ? 2U : 1U) << "a working file was left";
+  for (const auto& [file, code] : rows) {
+    EXPECT_EQ(openAndAsk(file), code) << testing::PrintToString(file);
   }
 }
 
-TEST(EventFile, EmptyEventHasNoDataArea) {
-  const Folder folder;
-  const std::string path = folder.file("empty.lrk4");
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  ASSERT_EQ(event.createNewEvent(path), 0);
-  ASSERT_EQ(event.saveEvent(), 0);
-  const std::string file = bytesOf(path);
-  // P is 39: the header up to the name's empty record, two dates, two counts.
-  EXPECT_EQ(file.size(), 9U + 3 + 3 + 9 + 9 + 3 + 3 + 5 + 2);
-  EXPECT_EQ(longAt(file, 40), static_cast<std::int32_t>(file.size()) + 1);
-  ASSERT_EQ(event.openEvent(path), 0);
-  EXPECT_EQ(event.fileSize(), static_cast<std::int32_t>(file.size()));
-  ASSERT_EQ(event.saveEvent(), 0);
-  EXPECT_EQ(bytesOf(path).size(), file.size());
-}
-
-TEST(EventFile, CreatorIsStampedUntilTheNewEventIsClosed) {
-  const Folder folder;
-  const std::string path = folder.file("event.lrk4");
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  event.createNewEvent(path);
-  event.createdBy("nobody");
-  ASSERT_EQ(event.saveEvent(), 0);
-  EXPECT_FALSE(event.createdBySet()) << "the modifier is not known, so the creator is not";
-  event.lastModifiedBy("Ulla");
-  ASSERT_EQ(event.saveEvent(), 0);
-  EXPECT_EQ(event.createdBy(), "Ulla");
-
-  const Date created = event.created();
-  ASSERT_EQ(event.openEvent(path), 0);
-  event.lastModifiedBy("Nils");
-  ASSERT_EQ(event.saveEvent(), 0);
-  EXPECT_EQ(event.createdBy(), "Ulla");
-  EXPECT_EQ(event.created(), created);
-}
-
-TEST(EventFile, TextsAreCutWhereTheirCountEnds) {
-  const Folder folder;
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  event.createNewEvent(folder.file("event.lrk4"));
-  std::string text;
-  for (int i = 0; i < 40000; ++i) text += "å";
-  event.extraInfo(text);
-  event.organiser("behind it");
-  ASSERT_EQ(event.saveEvent(), 0);
-  ASSERT_EQ(event.openEvent(event.filename()), 0);
-  EXPECT_EQ(event.extraInfo(), text.substr(0, 2 * 32767));
-  EXPECT_EQ(event.organiser(), "behind it");
-}
-
-TEST(EventFile, PunchesComeBackAsTheyStood) {
-  const Folder folder;
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  event.createNewEvent(folder.file("event.lrk4"));
-  LRKRunner runner;
-  runner.firstName("Åsa");
-  runner.name("Åsa Öberg");
-  runner.punches().count(4);
-  runner.punches().edit(0, 100, LRK_FINISH_CODE);  // as a damaged card may hold them
-  runner.punches().edit(1, LRK_NO_TIME, 31);
-  runner.punches().edit(2, 300, LRK_START_CODE);
-  runner.punches().edit(3, 200, -2);
-  runner.extraPunches().add(50, 99);
-  LRKCategory category;
-  category.addRunner(runner);
-  ASSERT_EQ(event.addCategory(category), 0);
-  ASSERT_EQ(event.saveEvent(), 0);
-  ASSERT_EQ(event.openEvent(event.filename()), 0);
-
-  const LRKRunner& read = event.category(0)->runner(0);
-  EXPECT_FALSE(read.nameSet());
-  EXPECT_EQ(read.name(), "Åsa");
-  EXPECT_EQ(read.punches().codeArray(),
-            (std::vector<Code>{LRK_FINISH_CODE, 31, LRK_START_CODE, -2}));
-  EXPECT_EQ(read.punches().time(1), 16777215);
-  EXPECT_EQ(read.punches().time(2), 300);
-  ASSERT_EQ(read.extraPunches().count(), 1);
-  EXPECT_EQ(read.extraPunches().code(0), 99);
-  EXPECT_EQ(read.extraPunches().time(0), 50);
-}
-
-TEST(EventFile, ValuesOutOfRecordsWithoutDecoding) {
-  const std::string category =
-      hex("40 FEFFFFFF  43 0200 4131  C8 0300 585858  45 0500  4E 07  46 0900"
-          "47 0A000000 00000000000000000000  48 03  80 02000000 4343  4D 0A000000");
-  const std::string course = hex(
-      "60 0100 42  61 02  62 01  63 00  64 0200 0100020002000300  66 0100 2000  67 0100 00000500");
-  const Folder folder;
-  writeBytes(folder.file("event.lrk4"), eventFile({category}, {course}));
-  LRKEvent event;
-  event.tempFilePath(folder.file(""));
-  ASSERT_EQ(event.openEvent(folder.file("event.lrk4")), 0);
-  EXPECT_EQ(event.categoryName(0), "A1");
-  EXPECT_EQ(event.derivedCourseName(0), "B");
-
-  const TagValue nothing;
-  struct Row {
-    int line;
-    bool ofCategory;
-    int tag;
-    TagValue value;
-  };
-  const Row rows[] = {
-      {__LINE__, true, etagCategoryID, -2},
-      {__LINE__, true, etagCategoryName, std::string("A1")},
-      {__LINE__, true, etagCategoryNoOfRunners, 5},
-      {__LINE__, true, etagCategoryAllRunnersHaveTheSameForking, true},
-      {__LINE__, true, etagCategoryNoOfLegs, 9},
-      {__LINE__, true, etagCategoryTimeAccuracy, 3},
-      {__LINE__, true, etagCategoryCourseLength, 10},
-      {__LINE__, true, etagCategoryLegLengths, nothing},
-      {__LINE__, true, etagRunner, nothing},
-      {__LINE__, true, etagCategoryShortName, nothing},
-      {__LINE__, true, etagEventName, nothing},
-      {__LINE__, true, 200, nothing},
-      {__LINE__, false, etagDerivedCourseName, std::string("B")},
-      {__LINE__, false, etagDerivedCourseRequiredLegs, 2},
-      {__LINE__, false, etagDerivedCourseAllowRearrangement, 1},
-      {__LINE__, false, etagDerivedCourseNoOfLegs, 2},
-      {__LINE__, false, etagDerivedCourseNoOfCodesEqualToStart, nothing},
-      {__LINE__, false, etagDerivedCourseNoOfCodesEqualToFinish, 1},
-      {__LINE__, false, etagDerivedCourseNoOfRunners, 1},
-  };
-  for (const bool held : {false, true}) {
-    ASSERT_TRUE(!held || event.openTempFile());
-    for (const Row& row : rows) {
-      SCOPED_TRACE(row.line);
-      const auto tag = static_cast<enmFileTag>(row.tag);
-      EXPECT_EQ(
-          row.ofCategory ? event.extractCategoryTag(0, tag) : event.extractDerivedCourseTag(0, tag),
-          row.value);
-    }
+TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
+  LRKCategory category = categoryNamed("D21", 2);
+  category.runner(0).extraPunches().add(7, 99);
+  deriveStoredValues(category);
+  const std::string course = hex("60 0100 43  64 0100 01000200  67 0100 00000500");
+  const std::string whole = eventFile({encodeCategory(category), hex("43 0100 41")}, {course});
+  for (std::size_t length = 4; length < whole.size(); ++length) {
+    EXPECT_EQ(openAndAsk(whole.substr(0, length)), LRK_INVALID_FILE_FORMAT) << length;
   }
-  EXPECT_EQ(event.extractCategoryTag(1, etagCategoryName), nothing);
-  EXPECT_EQ(event.extractDerivedCourseTag(-1, etagDerivedCourseName), nothing);
-
-  LRKCategory renamed = *event.category(0);
-  renamed.name("A2");
-  ASSERT_EQ(event.category(0, renamed), 0);
-  EXPECT_EQ(event.extractCategoryTag(0, etagCategoryName), TagValue("A2"));
+  std::size_t opened = 0;
+  for (std::size_t bit = 32; bit < whole.size() * 8; ++bit) {
+    std::string turned = whole;
+    turned[bit / 8] = static_cast<char>(turned[bit / 8] ^ (1 << bit % 8));
+    const std::int32_t code = openAndAsk(turned);
+    if (code == 0) ++opened;
+    EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
+  }
+  EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
 }
 
-TEST(EventFile, NamesOfCodes) {
-  EXPECT_EQ(errorName(4), "LRK_FILE_READONLY");
-  EXPECT_EQ(errorName(0), "");
-  EXPECT_EQ(errorName(12), "");
-  for (int code = 1; code <= 11; ++code) EXPECT_NE(errorText(code), "") << code;
+TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
+  std::string endless;
+  for (int i = 0; i < 32767 + 3; ++i) endless += hex("80 00000000");
+  // The runners read, and the punches of the last.
+  const std::tuple<std::string, int, int> rows[] = {
+      {hex("45 FF7F"), 0, 0},       // claims 32767 runners
+      {endless, 32767, 0},          // has more
+      {hex("43 0300 4242"), 0, 0},  // text of three with two left
+      {hex("47 FFFFFF7F 0100 0200 03000000"), 0, 0},
+      {hex("80 FFFFFFFF 97 0000"), 0, 0},
+      // A runner cut off keeps what was complete.
+      {hex("80 FFFFFF7F 97 0100 1F00 640000 98 00 99 01"), 1, 1},
+      // Damage in one runner does not reach the next.
+      {hex("80 03000000 97 FF7F  80 08000000 97 0100 1F00 640000"), 2, 1},
+      {hex("80 08000000 97 FFFF 1F00 640000"), 1, 0},
+  };
+  for (const auto& [record, runners, punches] : rows) {
+    const LRKCategory category = decodeCategory(hex("43 0100 41") + record, 0);
+    EXPECT_EQ(category.name(), "A");
+    ASSERT_EQ(category.noOfRunners(), runners) << testing::PrintToString(record.substr(0, 20));
+    if (runners == 0) continue;
+    EXPECT_EQ(category.runner(runners - 1).punches().count(), punches);
+  }
+}
+
+// A saved event with A, and B that is not saved yet.
+class Disk : public EventTest {
+ protected:
+  Disk() {
+    EXPECT_EQ(event_.createNewEvent(path_), 0);
+    EXPECT_EQ(event_.addCategory(categoryNamed("A")), 0);
+    EXPECT_EQ(event_.saveEvent(), 0);
+    whole_ = bytesOf(path_);
+    EXPECT_EQ(event_.addCategory(categoryNamed("B")), 0);
+    other_.tempFilePath(work_);
+  }
+
+  std::string whole_;
+  LRKEvent other_;
+};
+
+TEST_F(Disk, PlacesWhereNoFileCanBe) {
+  const std::string missing = folder_ + "/missing/event.lrk4";
+  fs::permissions(path_, fs::perms::owner_read);
+  EXPECT_EQ(event_.createNewEvent(path_), LRK_FILE_ALREADY_EXISTS);
+  EXPECT_EQ(event_.saveEvent(), LRK_FILE_READONLY);
+  EXPECT_EQ(event_.saveEvent(missing), LRK_COULD_NOT_OPEN_FILE);
+  EXPECT_EQ(event_.saveEvent(work_), LRK_COULD_NOT_OPEN_FILE);
+  EXPECT_EQ(other_.openEvent(path_), LRK_FILE_READONLY);
+  EXPECT_EQ(other_.openEvent(missing), LRK_FILE_DOES_NOT_EXIST);
+  EXPECT_EQ(other_.openEvent(folder_), LRK_COULD_NOT_OPEN_FILE);
+  other_.tempFilePath(folder_ + "/missing");
+  EXPECT_EQ(other_.createNewEvent(missing), LRK_COULD_NOT_CREATE_FILE);
+  // The old file is whole, with no draft beside it, and the event can still be saved elsewhere.
+  EXPECT_EQ(bytesOf(path_), whole_);
+  EXPECT_EQ(filesIn(folder_).size(), 2U);
+  EXPECT_EQ(event_.saveEvent(folder_ + "/elsewhere.lrk4"), 0);
+}
+
+TEST_F(Disk, WorkingFilesArePrivateAndGoAway) {
+  ASSERT_EQ(other_.openEvent(path_), 0);
+  EXPECT_EQ(filesIn(work_).size(), 2U);
+  EXPECT_EQ(other_.closeEvent(), 0);
+  ASSERT_EQ(filesIn(work_).size(), 1U);
+  const fs::path file = filesIn(work_)[0];
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  fs::resize_file(file, 10);
+  EXPECT_EQ(event_.category(0), nullptr);
+  EXPECT_EQ(event_.saveEvent(), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(bytesOf(path_), whole_);
+  EXPECT_EQ(event_.closeEvent(), 0);
+  EXPECT_TRUE(filesIn(work_).empty());
+  EXPECT_EQ(event_.addCategory(categoryNamed("C")), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+}
+
+TEST_F(Disk, TwoEventsOnOneFile) {
+  ASSERT_EQ(other_.openEvent(path_), 0);
+  ASSERT_EQ(event_.saveEvent(), 0);
+  EXPECT_EQ(other_.category(0)->name(), "A");
+  ASSERT_EQ(other_.category(0, std::make_shared<LRKCategory>(categoryNamed("A2"))), 0);
+  ASSERT_EQ(other_.saveEvent(), 0);
+  EXPECT_EQ(event_.category(0)->name(), "A");
+  ASSERT_EQ(event_.openEvent(path_), 0);
+  EXPECT_EQ(event_.category(0)->name(), "A2");
+}
+
+// Bytes that are no longer used are cleared out of the working file now and then.
+TEST_F(Disk, StoringOverAndOverDoesNotFillTheDisk) {
+  for (int i = 0; i < 20; ++i) {
+    const auto megabyte = std::make_shared<LRKCategory>(categoryNamed(std::to_string(i), 30000));
+    ASSERT_EQ(event_.category(0, megabyte), 0);
+    EXPECT_LT(fs::file_size(filesIn(work_)[0]), 10'000'000U);
+  }
+  EXPECT_EQ(event_.category(0)->name(), "19");
+  EXPECT_EQ(event_.category(1)->name(), "B");
 }
 
 }  // namespace
-}  // namespace larkstone
+}  // namespace larkstone::test

@@ -3,12 +3,11 @@
 // What the tests of event files share: a folder that disappears, files as bytes, and event files
 // put together by hand.
 
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,132 +17,91 @@
 
 namespace larkstone::test {
 
-/// A fresh folder for the files of one test.
-class Folder {
- public:
-  Folder() {
-    std::string name = testing::TempDir() + "larkstone-event-XXXXXX";
-    if (::mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no folder " << name;
-    path_ = name;
-  }
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
-  std::vector<std::filesystem::path> files() const {
-    std::vector<std::filesystem::path> found;
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) found.push_back(entry);
-    return found;
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
 inline std::string bytesOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-inline void writeBytes(const std::string& path, std::string_view bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file << bytes;
-}
+/// An event and a fresh folder for its file, with another for working files within.
+class EventTest : public testing::Test {
+ protected:
+  EventTest() {
+    EXPECT_NE(::mkdtemp(folder_.data()), nullptr);
+    path_ = folder_ + "/event.lrk4";
+    work_ = folder_ + "/work/";
+    std::filesystem::create_directory(work_);
+    event_.tempFilePath(work_);
+  }
+  ~EventTest() override {
+    event_.closeEvent();
+    std::filesystem::remove_all(folder_);
+  }
+
+  std::int32_t openBytes(const std::string& bytes) {
+    std::ofstream(path_, std::ios::binary | std::ios::trunc) << bytes;
+    return event_.openEvent(path_);
+  }
+  static std::vector<std::filesystem::path> filesIn(const std::string& folder) {
+    const std::filesystem::directory_iterator files(folder);
+    return {begin(files), end(files)};
+  }
+
+  std::string folder_ = testing::TempDir() + "larkstone-event-XXXXXX";
+  std::string path_;
+  std::string work_;
+  LRKEvent event_;
+};
 
 /// "6C 72 6B" as bytes.
-inline std::string hex(std::string_view text) {
+inline std::string hex(std::string text) {
+  std::erase(text, ' ');
   std::string bytes;
-  int digits = 0;
-  unsigned value = 0;
-  for (const char c : text) {
-    if (c == ' ' || c == '\n') continue;
-    value = value * 16 + static_cast<unsigned>(c <= '9' ? c - '0' : c - 'A' + 10);
-    if (++digits % 2 == 0) bytes += static_cast<char>(value & 0xFF);
+  for (std::size_t i = 0; i < text.size(); i += 2) {
+    bytes += static_cast<char>(std::stoi(text.substr(i, 2), nullptr, 16));
   }
   return bytes;
 }
 
-inline std::string little(std::int64_t value, int width) {
+inline std::string little(std::size_t value, int width) {
   std::string bytes;
   for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
   return bytes;
 }
 
-inline std::int32_t longAt(std::string_view bytes, std::size_t at) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 4; i-- > 0;)
-    value = value << 8 | static_cast<std::uint8_t>(bytes.at(at + i));
-  return static_cast<std::int32_t>(value);
+using Records = std::vector<std::string>;
+
+inline std::string joined(const Records& records) {
+  return std::accumulate(records.begin(), records.end(), std::string());
 }
 
-/// An event file of the given records: categories, then derived courses.
-inline std::string eventFile(const std::vector<std::string>& categories,
-                             const std::vector<std::string>& derivedCourses = {},
+/// The end of an event file: both position tables and the data area, where the records, all
+/// different, may stand in another order than in the tables.
+inline std::string tablesAndData(const Records& categories, const Records& derivedCourses,
+                                 const std::string& data) {
+  const auto table = [&data](const Records& records) {
+    std::string bytes;
+    for (const auto& record : records)
+      bytes += little(data.find(record), 4) + little(record.size(), 4);
+    return bytes;
+  };
+  return hex("20") + table(categories) + hex("2C") + table(derivedCourses) + data;
+}
+
+inline std::string eventFile(const Records& categories, const Records& derivedCourses = {},
                              const std::string& headerRecords = {}) {
-  std::string header = hex("00 00 00") + headerRecords + hex("1F") +
-                       little(static_cast<std::int64_t>(categories.size()), 2) + hex("2B") +
-                       little(static_cast<std::int64_t>(derivedCourses.size()), 2);
-  const auto end = static_cast<std::int64_t>(9 + header.size());
-  const auto records = static_cast<std::int64_t>(categories.size() + derivedCourses.size());
-  std::string file = "lrk4" + hex("10") + little(end - 4, 4) + header + hex("21") +
-                     little(end + 8 + 8 * records, 4);
-  std::int64_t position = 0;
-  std::string data;
-  const auto table = [&](const std::vector<std::string>& kind) {
-    for (const std::string& record : kind) {
-      file += little(position, 4) + little(static_cast<std::int64_t>(record.size()), 4);
-      position += static_cast<std::int64_t>(record.size());
-      data += record;
-    }
-  };
-  file += hex("20");
-  table(categories);
-  file += hex("2C");
-  table(derivedCourses);
-  return file + data;
+  const std::string header = hex("00 0000") + headerRecords + hex("1F") +
+                             little(categories.size(), 2) + hex("2B") +
+                             little(derivedCourses.size(), 2);
+  const std::size_t end = 9 + header.size();
+  const std::size_t dataBegin = end + 7 + 8 * (categories.size() + derivedCourses.size());
+  return "lrk4" + hex("10") + little(end - 4, 4) + header + hex("21") + little(dataBegin + 1, 4) +
+         tablesAndData(categories, derivedCourses, joined(categories) + joined(derivedCourses));
 }
-
-/// The position tables and the data area of a saved event file, read without the library.
-struct SavedFile {
-  struct Place {
-    std::int32_t position;
-    std::int32_t length;
-  };
-  std::vector<Place> categories;
-  std::vector<Place> derivedCourses;
-  std::string data;
-
-  explicit SavedFile(const std::string& file, std::size_t noOfCategories,
-                     std::size_t noOfDerivedCourses) {
-    std::size_t at = static_cast<std::size_t>(longAt(file, 5)) + 4;  // the offset record
-    const auto dataBegin = static_cast<std::size_t>(longAt(file, at + 1)) - 1;
-    at += 6;
-    const auto table = [&](std::size_t count, std::vector<Place>& places) {
-      for (std::size_t i = 0; i < count; ++i, at += 8) {
-        places.push_back({longAt(file, at), longAt(file, at + 4)});
-      }
-      ++at;
-    };
-    table(noOfCategories, categories);
-    table(noOfDerivedCourses, derivedCourses);
-    EXPECT_EQ(at - 1, dataBegin);
-    data = file.substr(dataBegin);
-  }
-
-  std::string record(Place place) const {
-    return data.substr(static_cast<std::size_t>(place.position),
-                       static_cast<std::size_t>(place.length));
-  }
-};
 
 /// A runner with status OK: start at 0, a minute between controls.
-inline LRKRunner runnerOn(const std::vector<Code>& codes, const std::string& name = "Eva") {
+inline LRKRunner runnerOn(const std::vector<Code>& codes) {
   LRKRunner runner;
-  runner.name(name);
+  runner.name("Eva");
   runner.status(estaOK);
   runner.startTime(0);
   Time time = 0;

@@ -1,0 +1,158 @@
+// No property is lost on the way through a file: every row of every table with a value of its own,
+// all at once and each alone. And what storing a category works out on it.
+
+#include "larkstone/event/category_codec.hpp"
+
+#include <algorithm>
+#include <type_traits>
+
+#include "support.hpp"
+
+namespace larkstone::test {
+namespace {
+
+template <class T>
+T sample(int n) {
+  if constexpr (std::is_same_v<T, std::string>) {
+    return "text " + std::to_string(n) + " å";
+  } else if constexpr (std::is_same_v<T, Date>) {
+    return Date{40000.25 + n};
+  } else if constexpr (std::is_same_v<T, bool>) {
+    return false;  // the only Boolean is true at first
+  } else {
+    return static_cast<T>(100 + n);
+  }
+}
+
+// Fills all rows, or with `only` just that one and the values without a flag. Returns how many
+// there are.
+template <class Owner>
+int fill(Owner& owner, int only) {
+  int n = 0;
+  Owner::forEachRow([&](const auto& row) {
+    using Row = std::decay_t<decltype(row)>;
+    if constexpr (isPropertyRow<Row>) {
+      const bool wanted = only < 0 || only == n;
+      owner.*row.member = {sample<typename Row::Type>(n), row.stored && wanted};
+    } else if constexpr (isValueRow<Row>) {
+      owner.*row.member = sample<typename Row::Type>(n);
+    }
+    ++n;
+  });
+  return n;
+}
+
+template <class Owner>
+void expectEqual(const Owner& written, const Owner& read) {
+  Owner::forEachRow([&](const auto& row) {
+    using Row = std::decay_t<decltype(row)>;
+    if constexpr (isPropertyRow<Row>) {
+      const auto& property = written.*row.member;
+      EXPECT_EQ(property.set, (read.*row.member).set) << row.name;
+      if (!property.set) return;
+      EXPECT_EQ(property.value, (read.*row.member).value) << row.name;
+    } else if constexpr (isValueRow<Row>) {
+      EXPECT_EQ(written.*row.member, read.*row.member) << row.name;
+    }
+  });
+}
+
+using Properties = EventTest;
+
+TEST_F(Properties, OfAnEvent) {
+  int rows = 1;
+  for (int only = -1; only < rows; ++only) {
+    ASSERT_EQ(openBytes(eventFile({})), 0);
+    rows = fill(event_, only);
+    ASSERT_EQ(event_.saveEvent(), 0);
+    LRKEvent read;
+    read.tempFilePath(work_);
+    ASSERT_EQ(read.openEvent(path_), 0);
+    expectEqual(event_, read);
+    EXPECT_NE(read.created(), read.lastModified()) << "only a new event is stamped";
+  }
+}
+
+TEST_F(Properties, OfACategoryAndARunner) {
+  int rows = 1;
+  for (int only = -1; only < rows; ++only) {
+    LRKCategory category = categoryNamed("D12", 2);
+    LRKRunner& runner = category.runner(1);
+    rows = std::max(fill(category, only), fill(runner, only));
+    category.legLength(-2, LRK_FINISH_CODE, -1);
+    runner.punches().edit(1, 300, LRK_START_CODE);  // as a damaged card may hold it
+    runner.extraPunches().add(100, 77);
+    const LRKCategory read = decodeCategory(encodeCategory(category), 7);
+    expectEqual(category, read);
+    EXPECT_EQ(read.legLengthArray(), category.legLengthArray());
+    ASSERT_EQ(read.noOfRunners(), 2);
+    expectEqual(runner, read.runner(1));
+    EXPECT_EQ(read.runner(1).punches().codeArray(), runner.punches().codeArray());
+    EXPECT_EQ(read.runner(1).extraPunches().codeArray(), (std::vector<Code>{77}));
+    EXPECT_EQ(read.runner(1).categoryIndex(), 7);
+    EXPECT_EQ(read.runner(1).runnerIndex(), 1);
+  }
+}
+
+// Fields narrower than their property hold the nearest value.
+TEST_F(Properties, KeepToTheirFields) {
+  LRKCategory category = categoryNamed("D12");
+  category.noOfRelayLegs(300);
+  category.extraInfo(std::string(40000, 'x'));
+  category.runner(0).relayLeg(-1);
+  category.runner(0).punches().edit(1, LRK_NO_TIME, 31);
+  const LRKCategory read =
+      decodeCategory(encodeCategory(category) + hex("80 05000000 95 40420F00"), 0);
+  EXPECT_EQ(read.noOfRelayLegs(), 255);
+  EXPECT_EQ(read.extraInfo(), std::string(32767, 'x'));
+  EXPECT_EQ(read.runner(0).relayLeg(), 0);
+  EXPECT_EQ(read.runner(0).punches().time(1), 16777215);
+  EXPECT_EQ(read.runner(1).rankingPosition(), 32767) << "a million in the file";
+}
+
+TEST(StoredValues, EqualTimesShareAPlace) {
+  const Time finish[] = {186000, 180000, 170000, 180000, LRK_NO_TIME};
+  const int place[] = {3, 1, 0, 1, 0};  // 0 is none
+  LRKCategory category = categoryNamed("H21", 5);
+  for (int i = 0; i < 5; ++i) category.runner(i).finishTime(finish[i]);
+  category.runner(2).status(estaMisPunch);
+  deriveStoredValues(category);
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_EQ(category.runner(i).resultPlaceSet(), place[i] > 0) << i;
+    EXPECT_EQ(category.runner(i).resultPlace(), place[i]) << i;
+  }
+}
+
+TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
+  LRKCategory category;
+  for (const Code code : std::vector<Code>{32, 33, 32, 33, 32}) {
+    category.addRunner(runnerOn({31, code}));
+  }
+  category.runner(3).courseName("B");
+  category.legLength(32, LRK_FINISH_CODE, 120);
+  deriveStoredValues(category);
+  EXPECT_EQ(category.courseType(), ectyOneManRelay);
+  const char* const names[] = {"1", "2", "1", "B", "1"};
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(category.runner(i).courseName(), names[i]) << i;
+  EXPECT_EQ(category.legLengthArray().size(), 5U) << "every leg that was run";
+  EXPECT_TRUE(category.legLengthSet(33, LRK_FINISH_CODE));
+  EXPECT_EQ(category.legLength(32, LRK_FINISH_CODE), 120);
+}
+
+// One course for all has no name; a name is kept in parts where there are any.
+TEST(StoredValues, CourseTypeAndNamesOfRunners) {
+  LRKCategory category = categoryNamed("H21", 2);
+  category.courseType(ectyCommonLegs);
+  category.runner(0).lastName("Öberg");
+  category.runner(1).firstName("");
+  deriveStoredValues(category);
+  EXPECT_EQ(category.courseType(), ectyCommonLegs);
+  EXPECT_FALSE(category.runner(0).courseNameSet());
+  EXPECT_FALSE(category.runner(0).nameSet());
+  EXPECT_TRUE(category.runner(0).lastNameSet());
+  EXPECT_TRUE(category.runner(1).nameSet());
+  EXPECT_FALSE(category.runner(1).firstNameSet());
+}
+
+}  // namespace
+}  // namespace larkstone::test
