@@ -47,6 +47,16 @@ inline std::vector<std::string> categoryNames(const LRKEvent& event) {
   return names;
 }
 
+inline std::string utf16(std::u16string_view units, bool bigEndian) {
+  std::string bytes;
+  for (const char16_t unit : units) {
+    const char low = static_cast<char>(unit & 0xFF);
+    const char high = static_cast<char>(unit >> 8);
+    bytes += bigEndian ? std::string{high, low} : std::string{low, high};
+  }
+  return bytes;
+}
+
 /// element("Name type='x'", "A"): the name may bring attributes along.
 inline std::string element(std::string_view name, std::string_view content) {
   std::string text = "<" + std::string(name) + ">" + std::string(content);

@@ -21,15 +21,11 @@ struct Fact {
 constexpr Fact facts[] = {
     {"iof_xml_2/20130508_200904_emma.xml", 0, 23, 377, 542},
     {"iof_xml_2/EmmaJKRelayEndOfEvent.xml", 0, 6, 286, 1140},
-    {"iof_xml_2/PersonalResult_lookalike.xml", 3, 0, 0, 0},
     {"iof_xml_2/iof_ResultList_example.xml", 0, 2, 65, 633},
     {"iof_xml_2/meos-results-iof-ids.xml", 0, 0, 0, 0},
-    {"iof_xml_2/miltonriggIOFV2results.xml", 0, 3, 69, 664},
     {"iof_xml_2/woc2015_sprintFinal.xml", 0, 2, 88, 1938},
     {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
-    {"iof_xml_3/helga_Results.xml", 0, 41, 386, 0},
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
-    {"iof_xml_3/sidroid_results-IOFv3.xml", 0, 3, 45, 708},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
 };
 
