@@ -68,7 +68,6 @@ TEST_F(DetectionTest, WhatOnlyLooksLikeAFormatIsUnknown) {
       "",
       "Stnr;Lang;",  // a header without rows
       "stnr;Lang;\n1;x;\n",
-      "Stnr.;Lang;\n1;x;\n",
       "<ResultListList><a><ResultLists>",
       repeated(50, "<a>") + "<ResultList>",
       at(4090, "SPORTident results"),
@@ -91,9 +90,8 @@ TEST_F(DetectionTest, StartListsEventFilesAndCsvVariants) {
          {std::string(9000, '.') + "L\xC4HT\xD6LUETTELO", 131}});
   check(LRKImport::determineLRKFileFormat,
         {{"lrk4\x10", 34}, {"\rLarkstone 3.0 and more", 33}, {"\x0CLarkstone 3.0", 35}, {"", 35}});
-  check(LRKImport::determineSportSoftwareCSVFileFormat, {{"a;Gaffling;L\xE5ng;\n;;;\n", 38},
-                                                         {"a;Luettu;Pitk\xE4;\n;;;\n", 37},
-                                                         {"a;lettura;gelesen UM;\n;;;\n", 45}});
+  check(LRKImport::determineSportSoftwareCSVFileFormat,
+        {{"a;Luettu;Pitk\xE4;\n;;;\n", 37}, {"a;lettura;gelesen UM;\n;;;\n", 45}});
 }
 
 }  // namespace

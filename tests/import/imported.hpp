@@ -50,9 +50,8 @@ inline std::vector<std::string> categoryNames(const LRKEvent& event) {
 inline std::string utf16(std::u16string_view units, bool bigEndian) {
   std::string bytes;
   for (const char16_t unit : units) {
-    const char low = static_cast<char>(unit & 0xFF);
-    const char high = static_cast<char>(unit >> 8);
-    bytes += bigEndian ? std::string{high, low} : std::string{low, high};
+    const std::string pair = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    bytes += bigEndian ? std::string(pair.rbegin(), pair.rend()) : pair;
   }
   return bytes;
 }
