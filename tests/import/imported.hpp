@@ -15,35 +15,6 @@
 
 namespace larkstone::test {
 
-/// An importer and an open event in a folder of their own.
-class ImportTest : public testing::Test {
- protected:
-  ImportTest() {
-    event.tempFilePath(folder.path() + "\\");
-    importer.tempFilePath(folder.path() + "\\");
-    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
-    importer.onNote([this](const ImportNote& note) { notes.push_back(note); });
-  }
-
-  std::int32_t importXml(std::string_view bytes) {
-    return importer.importIOFXML(event, folder.write("list.xml", bytes));
-  }
-  const LRKRunner& runner(int category, int index) {
-    return event.category(category)->runner(index);
-  }
-
-  TempFolder folder;
-  std::vector<std::string> told() const {
-    std::vector<std::string> texts;
-    for (const ImportNote& note : notes) texts.push_back(note.what);
-    return texts;
-  }
-
-  LRKEvent event;
-  LRKImport importer;
-  std::vector<ImportNote> notes;
-};
-
 /// "S 3600000, 31 3606000, F -" with times in hundredths.
 inline std::string textOf(const LRKPunches& punches) {
   std::string text;
@@ -75,5 +46,83 @@ inline std::vector<std::string> categoryNames(const LRKEvent& event) {
   for (int i = 0; i < event.noOfCategories(); ++i) names.push_back(event.categoryName(i));
   return names;
 }
+
+inline std::string utf16(std::u16string_view units, bool bigEndian) {
+  std::string bytes;
+  for (const char16_t unit : units) {
+    const std::string pair = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    bytes += bigEndian ? std::string(pair.rbegin(), pair.rend()) : pair;
+  }
+  return bytes;
+}
+
+/// element("Name type='x'", "A"): the name may bring attributes along.
+inline std::string element(std::string_view name, std::string_view content) {
+  std::string text = "<" + std::string(name) + ">" + std::string(content);
+  return text + "</" + std::string(name.substr(0, name.find(' '))) + ">";
+}
+
+inline std::string split(std::string_view code, std::string_view time) {
+  return element("SplitTime", element("ControlCode", code) + element("Time", time));
+}
+
+/// A list of version 3, and a class and a person in it.
+inline std::string list3(std::string_view content) {
+  return element("ResultList iofVersion='3.0' creator='C'", content);
+}
+inline std::string class3(std::string_view persons, std::string_view name = "H21") {
+  return element("ClassResult", element("Class", element("Name", name)) + std::string(persons));
+}
+inline std::string person3(std::string_view results, std::string_view name = "Eva") {
+  const std::string person = element("Person", element("Name", element("Given", name)));
+  return element("PersonResult", person + std::string(results));
+}
+
+/// What a result gives: the punches of its runner (empty: no runner) and the status.
+struct ResultRow {
+  std::string result;
+  std::string_view punches;
+  enmStatus status = estaUnknown;
+};
+
+/// An importer and an open event in a folder of their own.
+class ImportTest : public testing::Test {
+ protected:
+  ImportTest() {
+    event.tempFilePath(folder.path() + "\\");
+    importer.tempFilePath(folder.path() + "\\");
+    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
+    importer.onNote([this](const ImportNote& note) {
+      notes.push_back(note);
+      told.push_back(note.what);
+    });
+  }
+
+  std::int32_t importXml(std::string_view bytes) {
+    return importer.importIOFXML(event, folder.write("list.xml", bytes));
+  }
+  const LRKRunner& runner(int category, int index) {
+    return event.category(category)->runner(index);
+  }
+
+  template <std::size_t n, class ListOf>
+  void checkResults(const ResultRow (&rows)[n], ListOf listOf) {
+    for (const ResultRow& row : rows) {
+      SCOPED_TRACE(row.result);
+      const int index = event.noOfCategories();
+      EXPECT_EQ(importXml(listOf(row.result)), 0);
+      ASSERT_EQ(event.noOfCategories(), index + (row.punches.empty() ? 0 : 1));
+      if (row.punches.empty()) continue;
+      EXPECT_EQ(textOf(runner(index, 0).punches()), row.punches);
+      EXPECT_EQ(runner(index, 0).status(), row.status);
+    }
+  }
+
+  TempFolder folder;
+  LRKEvent event;
+  LRKImport importer;
+  std::vector<ImportNote> notes;
+  std::vector<std::string> told;  // what the notes say
+};
 
 }  // namespace larkstone::test
