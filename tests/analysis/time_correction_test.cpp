@@ -1,80 +1,54 @@
 #include <gtest/gtest.h>
 
-#include "larkstone/analysis/course.hpp"
-
 #include "analysis/courses.hpp"
 
 namespace larkstone {
 namespace {
 
-using test::emptyCourse;
-using test::none;
-using test::runner;
-using test::Times;
-using test::timesOf;
-
-LRKRunner withStatus(LRKRunner r, enmStatus status) {
-  r.status(status);
-  return r;
-}
+using namespace test;
 
 TEST(TimeCorrectionTest, SpreadsPunchesThatAreOutOfOrder) {
   struct Row {
-    int line;
     const char* codes;
-    std::vector<int> seconds;
-    std::vector<int> other;  // a second runner, none for an empty list
-    Times expected;
+    Ints seconds;
+    Ints other;     // a second runner, none for an empty list
+    Ints expected;  // in hundredths
   };
+  const char* const four = "S-31-32-33-F";
+  const char* const five = "S-31-32-33-34-F";
+  const Ints usual = {0, 30, 50, 90, 100};
   const Row rows[] = {
       // 32 is before the start. 31-32 takes 20 s, 32-33 40 s: a third of the way from 60 to 150 s.
-      {__LINE__,
-       "S-31-32-33-F",
-       {10, 60, 5, 150, 200},
-       {0, 30, 50, 90, 100},
-       {1000, 6000, 9000, 15000, 20000}},
+      {four, {10, 60, 5, 150, 200}, usual, {1000, 6000, 9000, 15000, 20000}},
       // 31 is behind the finish. S-31 takes 30 s, 31-32 20 s: 10 + 3/5 of 40 s.
-      {__LINE__,
-       "S-31-32-33-F",
-       {10, 500, 50, 150, 200},
-       {0, 30, 50, 90, 100},
-       {1000, 3400, 5000, 15000, 20000}},
+      {four, {10, 500, 50, 150, 200}, usual, {1000, 3400, 5000, 15000, 20000}},
       // One fault in either walk, 33 from the start and 32 from the finish: the backward walk
       // counts. 31-32 takes 20 s, 32-33 40 s: 30 + 50/3 = 46.67, cut to full seconds.
-      {__LINE__,
-       "S-31-32-33-F",
-       {0, 30, 90, 80, 200},
-       {0, 30, 50, 90, 100},
-       {0, 3000, 4600, 8000, 20000}},
+      {four, {0, 30, 90, 80, 200}, usual, {0, 3000, 4600, 8000, 20000}},
       // From the start 32, 33 and 34 are too early, from the finish only 31 is too late. Fewer
       // faults backwards: the forward walk counts and moves three. The legs from 31 on take 20, 10,
       // 10 and 60 s, as long as there is time from 90 to 190 s.
-      {__LINE__,
-       "S-31-32-33-34-F",
+      {five,
        {0, 90, 40, 50, 60, 190},
        {0, 30, 50, 60, 70, 130},
        {0, 9000, 11000, 12000, 13000, 19000}},
       // All at the start time: 3 faults forwards, 2 backwards. The legs take 30, 20, 40 and 10 s of
       // 100, and there are 150 s.
-      {__LINE__,
-       "S-31-32-33-F",
-       {50, 50, 50, 50, 200},
-       {0, 30, 50, 90, 100},
-       {5000, 9500, 12500, 18500, 20000}},
+      {four, {50, 50, 50, 50, 200}, usual, {5000, 9500, 12500, 18500, 20000}},
       // No time between the neighbours.
-      {__LINE__, "S-31-F", {50, 50, 50}, {0, 30, 50}, {5000, 5000, 5000}},
+      {"S-31-F", {50, 50, 50}, {0, 30, 50}, {5000, 5000, 5000}},
       // Nobody connected 31-32 and 32-33: both count as the mean of 60 and 140 s. Backwards 32 and
       // 31 are at fault: 6000 * 6000 / 26000 = 1384.6, then 1385 + 10000 * 6000 / 26000 = 3692.7.
-      {__LINE__, "S-31-32-33-F", {0, 60, 60, 60, 200}, {}, {0, 1300, 3600, 6000, 20000}},
+      {four, {0, 60, 60, 60, 200}, {}, {0, 1300, 3600, 6000, 20000}},
       // 32 is behind the finish, but its neighbour has no time.
-      {__LINE__, "S-31-32-F", {0, -1, 200, 150}, {0, 30, 50, 90}, {0, none, 20000, 15000}},
+      {"S-31-32-F", {0, -1, 200, 150}, {0, 30, 50, 90}, {0, none, 20000, 15000}},
       // The finish is before the start: 31 goes between them, 20 s of 30 s on the way of -80 s.
-      {__LINE__, "S-31-F", {100, 120, 20}, {0, 30, 40}, {10000, 4600, 2000}},
+      {"S-31-F", {100, 120, 20}, {0, 30, 40}, {10000, 4600, 2000}},
       // In order: nothing moves.
-      {__LINE__, "S-31-32-F", {0, -1, 60, 90}, {0, 30, 50, 90}, {0, none, 6000, 9000}},
+      {"S-31-32-F", {0, -1, 60, 90}, {0, 30, 50, 90}, {0, none, 6000, 9000}},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+    SCOPED_TRACE(&row - rows);
     LRKCourse course = emptyCourse(row.codes);
     course.addRunner(withStatus(runner(row.codes, row.seconds), estaMisPunch));
     if (!row.other.empty()) course.addRunner(runner(row.codes, row.other));
@@ -104,18 +78,8 @@ TEST(TimeCorrectionTest, OkRunnersOfACategoryHaveNoMissingTimes) {
       EXPECT_EQ(r.timeIsEstimated(0, elstLeg), estimated);
       EXPECT_EQ(r.timeIsEstimated(1, elstPassingBegin), estimated);
       EXPECT_FALSE(r.timeIsEstimated(1, elstPassingEnd));
-      EXPECT_FALSE(course.runner(1).timeIsEstimated(0, elstLeg));
     }
   }
-}
-
-TEST(TimeCorrectionTest, CanBeSwitchedOff) {
-  LRKCourse course = emptyCourse("S-31-32-F");
-  course.correctZeroAndNegativeTimes(false);
-  course.addRunner(runner("S-31-32-F", {0, 60, 50, 90}));
-  course.calculate();
-  EXPECT_EQ(course.runner(0).time(1, elstLeg), -1000);
-  EXPECT_EQ(course.runner(0).time(2, elstTotal), 9000);
 }
 
 TEST(TimeCorrectionTest, LegsFollowTheirPunchesWhereverTheyAreOnTheCourse) {
@@ -130,7 +94,6 @@ TEST(TimeCorrectionTest, LegsFollowTheirPunchesWhereverTheyAreOnTheCourse) {
   course.calculate();
   EXPECT_EQ(course.runner(0).time(0, elstLeg), 3000);
   EXPECT_EQ(course.runner(0).time(1, elstLeg), 3000);
-  EXPECT_EQ(course.runner(0).time(2, elstLeg), 3000);
   EXPECT_TRUE(course.runner(0).timeIsEstimated(0, elstPassingEnd));
   EXPECT_FALSE(course.runner(0).timeIsEstimated(2, elstLeg));
 }
