@@ -40,8 +40,9 @@ struct CourseSettings {
 };
 
 /// Set the legs, then add the runners (each is cloned and mapped onto the legs), then calculate,
-/// then read. Values by leg and style may be read only after calculate(); legs and runners count
-/// from 0. Lengths are centimetres, times hundredths of a second.
+/// then read. Legs and runners count from 0, times are hundredths of a second. What calculate()
+/// works out about a leg reads as LRK_NO_TIME, 0 or 0.0 before it, and for a leg that the course
+/// has not got.
 ///
 ///     LRKCourse course = category.toCourse(erqlAtLeastOne, false, false);
 ///     course.calculate();
@@ -103,7 +104,7 @@ class LRKCourse {
   const LRKCodes& codesEqualToStart() const { return codesEqualToStart_; }
   const LRKCodes& codesEqualToFinish() const { return codesEqualToFinish_; }
 
-  /// Begins a new course: the legs are cloned, the runners given up.
+  /// Begins a new course: the legs are cloned, runners and results given up.
   void setCourseLegs(const LRKLegs& courseLegs);
   /// The same, with controls that count as the start or the finish.
   void setCourseLegsEx(const LRKLegs& courseLegs, const LRKCodes& codesEqualToStart,
@@ -112,7 +113,8 @@ class LRKCourse {
                               bool allowMerging);
 
   /// Maps the runner's punches onto the legs under the addition style and keeps a clone with one
-  /// leg per course leg. False when the runner does not fit or the course is full.
+  /// leg per course leg. False when the runner does not fit or the course is full (32767 runners).
+  /// References to runners of the course that were handed out before no longer hold.
   bool addRunner(const LRKRunner& runner);
   /// Adds the first noOfRunners of the list; returns how many were accepted.
   int addRunnersFromArray(int noOfRunners, const std::vector<LRKRunner>& runners);
@@ -130,12 +132,13 @@ class LRKCourse {
   enmTimeAccuracy getHighestTimeAccuracy() const;
 
   /// Runs the stages that the flags select, in their fixed order, over the runners' present times;
-  /// may be called again at any time.
+  /// may be called again at any time. Results go into the runners; those of stages that are not
+  /// selected stay as they were. Corrected and cut times are so for good.
   void calculate(enmCourseCalculationFlags flags = eccfComplete);
   bool calculated() const { return calculated_; }
   enmCourseCalculationFlags calculationFlags() const { return calculationFlags_; }
   /// Called while calculate() works: the stage ("start calculate", "0" to "8", "end calculate") and
-  /// the fraction of the work done.
+  /// the fraction of the work done. It must not change the course.
   void onAction(std::function<void(std::string_view message, float value)> handler) {
     action_ = std::move(handler);
   }
