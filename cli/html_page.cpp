@@ -1,5 +1,6 @@
 #include "cli/html_page.hpp"
 
+#include "larkstone/core/text.hpp"
 #include "larkstone/online/cell_format.hpp"
 
 namespace larkstone::cli {
@@ -36,26 +37,6 @@ constexpr std::string_view pageStyle =
     "h1 {margin: 0; font-size: 1.2em;}\n"
     "h2 {margin: 0.2em 0 0.8em; font-size: 1em; color: #66727f;}\n"
     "main {overflow-x: auto;}\n";
-
-std::string escaped(std::string_view text) {
-  std::string result;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
 
 }  // namespace
 
@@ -102,8 +83,8 @@ void setLooks(clsLarkstoneOnlineTable& table) {
 
 std::string pageOf(const clsLarkstoneOnlineTable& table, std::string_view eventName,
                    std::string_view categoryName) {
-  const std::string event = escaped(eventName);
-  const std::string category = escaped(categoryName);
+  const std::string event = escapedMarkup(eventName);
+  const std::string category = escapedMarkup(categoryName);
   std::string page =
       "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";

@@ -141,7 +141,8 @@ TEST_F(ProgramTest, AnalysisIsTheSameBeforeAndAfterSaving) {
   // Only the order of the categories may differ: an opened event sorts them.
   const auto byName = [](const std::string& text) {
     std::map<std::string, Json> courses;
-    for (Json course : Json::parse(text)["courses"]) {
+    const Json analysis = Json::parse(text);
+    for (Json course : analysis["courses"]) {
       course.erase("categoryIndex");
       for (Json& runner : course["runners"]) runner.erase("categoryIndex");
       courses[course["name"]] = course;

@@ -113,20 +113,27 @@ char32_t upperOf(char32_t c) {
   return c;
 }
 
+// Hands on every character, and every byte that is not part of one.
+template <class UseCharacter, class UseByte>
+void forEachCharacter(std::string_view utf8, UseCharacter useCharacter, UseByte useByte) {
+  while (!utf8.empty()) {
+    const Decoded next = decode(utf8);
+    if (next.length == 0) {
+      useByte(utf8.front());
+    } else {
+      useCharacter(next.character);
+    }
+    utf8.remove_prefix(std::max<std::size_t>(next.length, 1));
+  }
+}
+
 template <class Change>
 std::string changed(std::string_view utf8, Change change) {
   std::string result;
   result.reserve(utf8.size());
-  while (!utf8.empty()) {
-    const Decoded next = decode(utf8);
-    if (next.length == 0) {
-      result += utf8.front();
-      utf8.remove_prefix(1);
-      continue;
-    }
-    appendUtf8(result, change(next.character));
-    utf8.remove_prefix(next.length);
-  }
+  forEachCharacter(
+      utf8, [&](char32_t character) { appendUtf8(result, change(character)); },
+      [&](char byte) { result += byte; });
   return result;
 }
 
@@ -145,6 +152,27 @@ std::string_view trimmed(std::string_view text) {
 
 std::string lowered(std::string_view utf8) { return changed(utf8, lowerOf); }
 std::string uppered(std::string_view utf8) { return changed(utf8, upperOf); }
+
+std::string escapedMarkup(std::string_view utf8) {
+  std::string result;
+  result.reserve(utf8.size());
+  for (const char c : utf8) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      default:
+        result += c;
+    }
+  }
+  return result;
+}
 
 bool equalNoCase(std::string_view a, std::string_view b) {
   if (isAscii(a) && isAscii(b)) {
@@ -216,17 +244,13 @@ std::string windows1252FromUtf8(std::string_view utf8) {
   if (isAscii(utf8)) return std::string(utf8);
   std::string result;
   result.reserve(utf8.size());
-  while (!utf8.empty()) {
-    const Decoded next = decode(utf8);
-    if (next.length == 0) {
-      result += utf8.front();
-      utf8.remove_prefix(1);
-      continue;
-    }
-    // A combining mark behind its letter: the letter alone is the plainest relative.
-    if (!isMark(next.character)) result += windows1252Byte(next.character);
-    utf8.remove_prefix(next.length);
-  }
+  // A combining mark behind its letter: the letter alone is the plainest relative.
+  forEachCharacter(
+      utf8,
+      [&](char32_t character) {
+        if (!isMark(character)) result += windows1252Byte(character);
+      },
+      [&](char byte) { result += byte; });
   return result;
 }
 

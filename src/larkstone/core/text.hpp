@@ -17,6 +17,9 @@ std::string lowered(std::string_view utf8);
 /// Upper-case counterpart of lowered() over the letters of windows-1252.
 std::string uppered(std::string_view utf8);
 
+/// With "&", "<" and ">" as references, for HTML and XML.
+std::string escapedMarkup(std::string_view utf8);
+
 /// Whether two texts are equal without regard to case.
 bool equalNoCase(std::string_view a, std::string_view b);
 

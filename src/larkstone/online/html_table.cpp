@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "larkstone/core/text.hpp"
 #include "larkstone/online/style_registry.hpp"
 #include "larkstone/online/style_sheet.hpp"
 #include "larkstone/online/table.hpp"
@@ -15,27 +16,6 @@ namespace larkstone {
 namespace {
 
 constexpr std::string_view blank = "&nbsp;";
-
-// Text from a file, for a cell.
-std::string escaped(std::string_view text) {
-  std::string html;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
-      case '<':
-        html += "&lt;";
-        break;
-      case '>':
-        html += "&gt;";
-        break;
-      default:
-        html += c;
-    }
-  }
-  return html;
-}
 
 // Markup of the host's own, for an attribute.
 std::string quoted(std::string_view text) {
@@ -232,8 +212,8 @@ class HtmlTableWriter {
 
   void writeRunner(int runner) {
     const Edge top = runner == 0 ? Edge::outer : Edge::inner;
-    const std::string name = escaped(content_.name(runner));
-    const std::string club = escaped(content_.club(runner));
+    const std::string name = escapedMarkup(content_.name(runner));
+    const std::string club = escapedMarkup(content_.club(runner));
     const auto fixedCell = [&](CellFamily family, const std::string& content) {
       cell({family, CellKind::plain, top, Edge::fixed}, content, {2, 1});
     };
