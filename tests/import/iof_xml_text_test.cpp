@@ -67,6 +67,7 @@ TEST_F(IofXmlTextTest, DocumentTypesAreCutOutAndTheEndTagRepaired) {
       "<!DOCTYPE x [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'>\n"
       "<!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'><!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;'>]>";
   EXPECT_EQ(readNames(listWith(bomb, "&d;")), "code 3");
+  EXPECT_EQ(readNames(listWith("<!DOCTYPE x [<!ENTITY a 'b'>]>", "&a;")), "code 3");
   EXPECT_EQ(readNames(listWith("", "&d;")), "Ä&d; Öbergr");  // never declared: as written
   std::string misspelt = listWith("");
   misspelt.replace(misspelt.rfind("</ResultList>"), 13, "</Results>\r\n");
