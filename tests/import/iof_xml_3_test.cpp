@@ -194,10 +194,10 @@ TEST_F(IofXml3Test, UnreadableFieldsAreTold) {
                                           split("F1", "y") + "</Result>") +
                                    "<TeamResult><Name>Syd 1</Name></TeamResult>"))),
             0);
-  EXPECT_THAT(told(), ElementsAre("unreadable start time \"soon\"", "unreadable time \"x\"",
-                                  "no number in control code \"F1\"", "unreadable split time \"y\"",
-                                  "team result skipped"));
-  EXPECT_EQ(notes.back().where, "ClassResult \"H21\", TeamResult 1 \"Syd 1\"");
+  EXPECT_THAT(told(), ElementsAre("team result skipped", "unreadable start time \"soon\"",
+                                  "unreadable time \"x\"", "no number in control code \"F1\"",
+                                  "unreadable split time \"y\""));
+  EXPECT_EQ(notes[0].where, "ClassResult \"H21\", TeamResult 1 \"Syd 1\"");
 }
 
 }  // namespace

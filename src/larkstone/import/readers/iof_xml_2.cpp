@@ -63,7 +63,7 @@ void readClassNames(XmlNode element, LRKCategory& category) {
   ifText(element.child("Name"), [&](std::string text) { category.name(std::move(text)); });
 }
 
-void readClass(XmlNode classResult, int, LRKCategory& category) {
+void readClass(XmlNode classResult, LRKCategory& category) {
   readCategoryId(classResult.child("ClassId"), category);
   ifText(classResult.child("ClassShortName"), [&](const std::string& text) {
     category.name(text);
@@ -74,6 +74,8 @@ void readClass(XmlNode classResult, int, LRKCategory& category) {
   readClassNames(eventClass, category);
   if (category.name().empty()) category.name(category.shortName());
 }
+
+void readCourse(XmlNode, LRKCategory&) {}  // its length follows from the runners
 
 // In an event of several races a person has a result of each race, and one that is their sum.
 void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
@@ -319,7 +321,12 @@ bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
 
 }  // namespace
 
-const IofVersion iofVersion2 = {importedFrom,   readEvent,  readClass,
-                                collectResults, readRunner, setCourseLengthFromRunners};
+const IofVersion iofVersion2 = {importedFrom,
+                                readEvent,
+                                readClass,
+                                readCourse,
+                                collectResults,
+                                readRunner,
+                                setCourseLengthFromRunners};
 
 }  // namespace larkstone
