@@ -153,12 +153,11 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
   Split split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "ControlCode") {
+    if (field.is("ControlCode")) {
       const std::string_view text = field.text(pieces);
       split.code = controlCodeOf(text);
       if (split.code == 0) notes("no number in control code", text);
-    } else if (name == "Time") {
+    } else if (field.is("Time")) {
       split.time = timeOf(field.text(pieces), "unreadable split time", notes);
     }
   }
@@ -173,19 +172,18 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
   fields.splits.reserve(32);
   std::string pieces;
   for (XmlNode field = result.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "SplitTime") {
+    if (field.is("SplitTime")) {
       fields.splits.push_back(readSplit(field, notes));
-    } else if (name == "StartTime") {
+    } else if (field.is("StartTime")) {
       fields.start = startOf(field, notes);
-    } else if (name == "Time") {
+    } else if (field.is("Time")) {
       fields.time = timeOf(field.text(pieces), "unreadable time", notes);
-    } else if (name == "Status") {
+    } else if (field.is("Status")) {
       const std::string_view text = field.text(pieces);
       if (!text.empty()) readStatus(text, runner, notes);
-    } else if (name == "Course") {
+    } else if (field.is("Course")) {
       readRunnersCourse(field, runner);
-    } else if (name == "ControlCard") {
+    } else if (field.is("ControlCard")) {
       readCard(field, runner, notes);
     }
   }
