@@ -30,21 +30,21 @@ constexpr Column columns[] = {
     {"Leg", "|Strecke||"},
 };
 
-std::string_view keyOf(const std::string& entry) {
-  std::string_view key;
-  for (const Column& column : columns) {
-    if (column.headers.find(entry) != std::string_view::npos) key = column.key;
+// Every header text with its key, once as it stands and once in lower case.
+struct HeaderIndex {
+  HeaderIndex() {
+    for (const Column& column : columns) {
+      std::string_view headers = column.headers.substr(1);
+      while (!headers.empty()) {
+        const std::string_view header = popField(headers, "|");
+        exact[std::string(header)] = column.key;
+        lowerCase[lowered(header)] = column.key;
+      }
+    }
   }
-  return key;
-}
-
-std::string_view keyOfNoCase(const std::string& entry) {
-  std::string_view key;
-  for (const Column& column : columns) {
-    if (lowered(column.headers).find(entry) != std::string::npos) key = column.key;
-  }
-  return key;
-}
+  std::unordered_map<std::string, std::string_view> exact;
+  std::unordered_map<std::string, std::string_view> lowerCase;
+};
 
 bool isLetterOrDigit(char byte) {
   const auto c = static_cast<unsigned char>(byte);
@@ -70,9 +70,11 @@ std::string delimiterOf(std::string_view header, std::string_view firstRow) {
 }  // namespace
 
 std::string_view columnKey(std::string_view headerText) {
-  const std::string entry = std::string("|").append(headerText).append("|");
-  const std::string_view key = keyOf(entry);
-  return key.empty() ? keyOfNoCase(lowered(entry)) : key;
+  static const HeaderIndex index;
+  const auto exact = index.exact.find(std::string(headerText));
+  if (exact != index.exact.end()) return exact->second;
+  const auto similar = index.lowerCase.find(lowered(headerText));
+  return similar == index.lowerCase.end() ? std::string_view() : similar->second;
 }
 
 bool CsvHeader::read(const std::string& path) {

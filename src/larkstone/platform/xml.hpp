@@ -19,7 +19,14 @@ class XmlNode {
 
   /// The local name: without a prefix of the document's own namespace.
   std::string_view name() const { return name_; }
-  bool is(std::string_view name) const { return name == name_; }
+  /// Whether that is its name; quicker than a comparison with name().
+  bool is(std::string_view name) const {
+    const char* own = name_;
+    for (const char c : name) {
+      if (*own++ != c) return false;
+    }
+    return *own == '\0';
+  }
 
   /// The first child element, and the next element under the same parent.
   XmlNode firstChild() const;

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <limits>
 #include <span>
+#include <unordered_map>
+
+#include "larkstone/import/readers/iof_values.hpp"
 
 namespace larkstone {
 
@@ -19,68 +22,89 @@ std::string teamName(XmlNode team) {
   return name ? name.text() : team.textAt("Name");
 }
 
-// One class after another, one category open at a time.
+// One class after another, one category open at a time. The children of a class are walked once,
+// however many races they belong to.
 class ClassReader {
  public:
   ClassReader(const IofVersion& version, ReadJob& job) : version_(version), job_(job) {}
 
   std::int32_t read(XmlNode classResult) {
-    const bool severalRaces = collect(classResult);
+    LRKCategory category;
+    version_.readClass(classResult, category);
+    collect(classResult, category.name());
+    const bool severalRaces = sortByRace();
     std::span<const IofResult> rest(results_);
     do {
       const auto end = std::find_if(rest.begin(), rest.end(), [&](const IofResult& result) {
         return result.race != rest.front().race;
       });
       const auto count = static_cast<std::size_t>(end - rest.begin());
-      if (const auto code = readRace(classResult, rest.first(count), severalRaces)) return code;
+      if (const auto code = readRace(category, rest.first(count), severalRaces)) return code;
       rest = rest.subspan(count);
     } while (!rest.empty());
     return 0;
   }
 
  private:
-  // The results of the class in the order of races; true when there are several.
-  bool collect(XmlNode classResult) {
+  void collect(XmlNode classResult, const std::string& className) {
     results_.clear();
-    int lowest = std::numeric_limits<int>::max();
-    int highest = noRace;
+    courses_.clear();
     int persons = 0;
-    for (const XmlNode person : classResult.children("PersonResult")) {
-      const std::size_t before = results_.size();
-      version_.collectResults(person, results_);
-      if (results_.size() == before) results_.push_back({person, {}, noRace, 0});
-      ++persons;
-      for (std::size_t i = before; i < results_.size(); ++i) {
-        results_[i].number = persons;
-        if (results_[i].race == noRace) continue;
-        lowest = std::min(lowest, results_[i].race);
-        highest = std::max(highest, results_[i].race);
+    int teams = 0;
+    for (XmlNode child = classResult.firstChild(); child; child = child.next()) {
+      if (child.is("PersonResult")) {
+        collectPerson(child, ++persons);
+      } else if (child.is("Course")) {
+        courses_.try_emplace(integerOf(child.attribute("raceNumber")).value_or(noRace), child);
+        courses_.try_emplace(noRace, child);  // the first one stands for every other race
+      } else if (child.is("TeamResult")) {
+        ++teams;
+        job_.session.note("team result skipped", [&] {
+          return quoted("ClassResult", className) + ", " +
+                 quoted("TeamResult " + std::to_string(teams), teamName(child));
+        });
       }
     }
-    // Whoever has no result stands with the first race.
-    for (IofResult& result : results_) {
-      if (result.race == noRace) result.race = lowest;
-    }
-    if (lowest >= highest) return false;
-    std::stable_sort(results_.begin(), results_.end(),
-                     [](const IofResult& a, const IofResult& b) { return a.race < b.race; });
-    return true;
   }
 
-  std::int32_t readRace(XmlNode classResult, std::span<const IofResult> results,
+  void collectPerson(XmlNode person, int number) {
+    const std::size_t before = results_.size();
+    version_.collectResults(person, results_);
+    if (results_.size() == before) results_.push_back({person, {}, noRace, 0});
+    for (std::size_t i = before; i < results_.size(); ++i) results_[i].number = number;
+  }
+
+  // True when there are several races. Whoever has no result stands with the first.
+  bool sortByRace() {
+    const auto byRace = [](const IofResult& a, const IofResult& b) { return a.race < b.race; };
+    int lowest = std::numeric_limits<int>::max();
+    for (const IofResult& result : results_) {
+      if (result.race != noRace) lowest = std::min(lowest, result.race);
+    }
+    bool several = false;
+    for (IofResult& result : results_) {
+      if (result.race == noRace) result.race = lowest;
+      several = several || result.race != lowest;
+    }
+    if (several) std::stable_sort(results_.begin(), results_.end(), byRace);
+    return several;
+  }
+
+  XmlNode courseOf(int race) const {
+    const auto found = courses_.contains(race) ? courses_.find(race) : courses_.find(noRace);
+    return found == courses_.end() ? XmlNode() : found->second;
+  }
+
+  std::int32_t readRace(LRKCategory category, std::span<const IofResult> results,
                         bool severalRaces) {
-    LRKCategory category;
-    const int race = results.empty() || results.front().race == std::numeric_limits<int>::max()
-                         ? 1
-                         : results.front().race;
-    version_.readClass(classResult, race, category);
+    const int race = results.empty() ? noRace : results.front().race;
+    version_.readCourse(courseOf(race), category);
     if (severalRaces) category.name(category.name() + " (" + std::to_string(race) + ")");
     job_.session.newCategory(category.name());
     category.reserveRunners(static_cast<int>(results.size()));
     for (const IofResult& result : results) {
       if (!addRunner(result, category)) return LRK_IMPORT_CANCELLED;
     }
-    skipTeams(classResult, category.name());
     if (category.noOfRunners() == 0) return 0;
     version_.finishCategory(category);
     return ImportSession::addCategory(job_.event, std::move(category));
@@ -101,20 +125,10 @@ class ClassReader {
     return !job_.session.cancelled();
   }
 
-  void skipTeams(XmlNode classResult, const std::string& className) {
-    int number = 0;
-    for (const XmlNode team : classResult.children("TeamResult")) {
-      ++number;
-      job_.session.note("team result skipped", [&] {
-        return quoted("ClassResult", className) + ", " +
-               quoted("TeamResult " + std::to_string(number), teamName(team));
-      });
-    }
-  }
-
   const IofVersion& version_;
   ReadJob& job_;
   std::vector<IofResult> results_;
+  std::unordered_map<int, XmlNode> courses_;
 };
 
 }  // namespace

@@ -43,8 +43,10 @@ class IofNotes {
 struct IofVersion {
   std::string (*importedFrom)(XmlNode list, const std::string& version);
   void (*readEvent)(XmlNode list, LRKEvent& event);
-  /// Everything about a class but its runners.
-  void (*readClass)(XmlNode classResult, int race, LRKCategory& category);
+  /// Everything about a class but its course and its runners.
+  void (*readClass)(XmlNode classResult, LRKCategory& category);
+  /// The course of the race that the category stands for; none when the class has none.
+  void (*readCourse)(XmlNode course, LRKCategory& category);
   /// Appends the results of a person with their races; nothing for a person without.
   void (*collectResults)(XmlNode personResult, std::vector<IofResult>& results);
   /// False for a runner that is left out.

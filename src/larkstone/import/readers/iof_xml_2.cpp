@@ -63,7 +63,7 @@ void readClassNames(XmlNode element, LRKCategory& category) {
   ifText(element.child("Name"), [&](std::string text) { category.name(std::move(text)); });
 }
 
-void readClass(XmlNode classResult, int, LRKCategory& category) {
+void readClass(XmlNode classResult, LRKCategory& category) {
   readCategoryId(classResult.child("ClassId"), category);
   ifText(classResult.child("ClassShortName"), [&](const std::string& text) {
     category.name(text);
@@ -74,6 +74,8 @@ void readClass(XmlNode classResult, int, LRKCategory& category) {
   readClassNames(eventClass, category);
   if (category.name().empty()) category.name(category.shortName());
 }
+
+void readCourse(XmlNode, LRKCategory&) {}  // its length follows from the runners
 
 // In an event of several races a person has a result of each race, and one that is their sum.
 void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
@@ -187,21 +189,20 @@ void readVariation(XmlNode variation, LRKRunner& runner) {
 }
 
 // The parts of a result that are not times.
-void readResultField(XmlNode field, std::string_view name, LRKRunner& runner,
-                     const IofNotes& notes) {
-  if (name == "CCard" || name == "CCardId") {
+void readResultField(XmlNode field, LRKRunner& runner, const IofNotes& notes) {
+  if (field.is("CCard") || field.is("CCardId")) {
     readCard(field, runner, notes);
-  } else if (name == "CompetitorStatus") {
+  } else if (field.is("CompetitorStatus")) {
     ifAttribute(field, "value", [&](std::string_view text) { readStatus(text, runner, notes); });
-  } else if (name == "TeamSequence") {
+  } else if (field.is("TeamSequence")) {
     const auto leg = integerOf(field.text()).value_or(0);
     if (leg > 0 && leg <= 255) runner.relayLeg(static_cast<std::int16_t>(leg));
-  } else if (name == "CourseVariationId") {
+  } else if (field.is("CourseVariationId")) {
     ifText(field, [&](std::string text) { runner.courseName(std::move(text)); });
-  } else if (name == "CourseVariation") {
+  } else if (field.is("CourseVariation")) {
     readVariation(field, runner);
     readCourseLength(field.child("CourseLength"), runner);
-  } else if (name == "CourseLength") {
+  } else if (field.is("CourseLength")) {
     if (!runner.courseLengthSet()) readCourseLength(field, runner);
   }
 }
@@ -248,13 +249,12 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
   Split split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "Time") {
+    if (field.is("Time")) {
       const std::string_view text = field.text(pieces);
       split.time = runningTimeOf(text);
       noteTime(notes, "unreadable split time", split.time, text);
-    } else if (name == "ControlCode" || name == "Control") {
-      const XmlNode code = name == "Control" ? field.child("ControlCode") : field;
+    } else if (field.is("ControlCode") || field.is("Control")) {
+      const XmlNode code = field.is("Control") ? field.child("ControlCode") : field;
       const std::string_view text = code.text(pieces);
       split.code = controlCodeOf(text);
       if (split.code == 0) notes("no number in control code", text);
@@ -268,17 +268,16 @@ TimeFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes) 
   TimeFields fields;
   fields.splits.reserve(32);
   for (XmlNode field = result.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "SplitTime") {
+    if (field.is("SplitTime")) {
       fields.splits.push_back(readSplit(field, notes));
-    } else if (name == "StartTime") {
+    } else if (field.is("StartTime")) {
       fields.start = field;
-    } else if (name == "FinishTime") {
+    } else if (field.is("FinishTime")) {
       fields.finish = field;
-    } else if (name == "Time") {
+    } else if (field.is("Time")) {
       fields.time = field;
     } else {
-      readResultField(field, name, runner, notes);
+      readResultField(field, runner, notes);
     }
   }
   return fields;
@@ -319,7 +318,12 @@ bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
 
 }  // namespace
 
-const IofVersion iofVersion2 = {importedFrom,   readEvent,  readClass,
-                                collectResults, readRunner, setCourseLengthFromRunners};
+const IofVersion iofVersion2 = {importedFrom,
+                                readEvent,
+                                readClass,
+                                readCourse,
+                                collectResults,
+                                readRunner,
+                                setCourseLengthFromRunners};
 
 }  // namespace larkstone

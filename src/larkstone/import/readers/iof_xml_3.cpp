@@ -67,23 +67,17 @@ enmTimeAccuracy accuracyOf(std::string_view resolution) {
   return etacHours;
 }
 
-// The course of a race; the first one where none is numbered so.
-XmlNode courseOfRace(XmlNode classResult, int race) {
-  for (const XmlNode course : classResult.children("Course")) {
-    if (integerOf(course.attribute("raceNumber")) == race) return course;
-  }
-  return classResult.child("Course");
-}
-
-void readClass(XmlNode classResult, int race, LRKCategory& category) {
+void readClass(XmlNode classResult, LRKCategory& category) {
   category.timeAccuracy(accuracyOf(classResult.attribute("timeResolution")));
   const XmlNode node = classResult.child("Class");
   ifAttribute(node, "sex", [&](std::string_view sex) { category.gender(genderFromIof(sex)); });
   readFirstNumber(node, [&](std::int32_t id) { category.ID(id); });
   ifText(node.child("Name"), [&](std::string text) { category.name(std::move(text)); });
   ifText(node.child("ShortName"), [&](std::string text) { category.shortName(std::move(text)); });
-  readLength(courseOfRace(classResult, race).child("Length"),
-             [&](Length length) { category.courseLength(length); });
+}
+
+void readCourse(XmlNode course, LRKCategory& category) {
+  readLength(course.child("Length"), [&](Length length) { category.courseLength(length); });
 }
 
 // A result without a race number belongs to the race of its place among the person's results.
@@ -112,7 +106,7 @@ void readOrganisation(XmlNode organisation, LRKRunner& runner) {
   readClubCountry(countryWithin(organisation), runner);
 }
 
-void readCourse(XmlNode course, LRKRunner& runner) {
+void readRunnersCourse(XmlNode course, LRKRunner& runner) {
   std::string name = course.textAt("Name");
   if (name.empty()) name = course.textAt("Id");
   if (!name.empty()) runner.courseName(std::move(name));
@@ -159,12 +153,11 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
   Split split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "ControlCode") {
+    if (field.is("ControlCode")) {
       const std::string_view text = field.text(pieces);
       split.code = controlCodeOf(text);
       if (split.code == 0) notes("no number in control code", text);
-    } else if (name == "Time") {
+    } else if (field.is("Time")) {
       split.time = timeOf(field.text(pieces), "unreadable split time", notes);
     }
   }
@@ -179,19 +172,18 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
   fields.splits.reserve(32);
   std::string pieces;
   for (XmlNode field = result.firstChild(); field; field = field.next()) {
-    const std::string_view name = field.name();
-    if (name == "SplitTime") {
+    if (field.is("SplitTime")) {
       fields.splits.push_back(readSplit(field, notes));
-    } else if (name == "StartTime") {
+    } else if (field.is("StartTime")) {
       fields.start = startOf(field, notes);
-    } else if (name == "Time") {
+    } else if (field.is("Time")) {
       fields.time = timeOf(field.text(pieces), "unreadable time", notes);
-    } else if (name == "Status") {
+    } else if (field.is("Status")) {
       const std::string_view text = field.text(pieces);
       if (!text.empty()) readStatus(text, runner, notes);
-    } else if (name == "Course") {
-      readCourse(field, runner);
-    } else if (name == "ControlCard") {
+    } else if (field.is("Course")) {
+      readRunnersCourse(field, runner);
+    } else if (field.is("ControlCard")) {
       readCard(field, runner, notes);
     }
   }
@@ -225,7 +217,7 @@ void finishCategory(LRKCategory&) {}
 
 }  // namespace
 
-const IofVersion iofVersion3 = {importedFrom,   readEvent,  readClass,
+const IofVersion iofVersion3 = {importedFrom,   readEvent,  readClass,     readCourse,
                                 collectResults, readRunner, finishCategory};
 
 }  // namespace larkstone
