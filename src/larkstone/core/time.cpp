@@ -111,7 +111,7 @@ std::string baseText(const ClockParts& parts, int baseStyle, enmTimeAccuracy acc
                      const std::array<std::string, 3>& delimiters) {
   const bool clock = baseStyle >= etstClockTime;
   const std::int64_t hours = clock ? parts.hours % 24 : parts.hours;
-  const std::string hourText = padded(hours, baseStyle == etstClockTimeForceTwoHourDigits ? 2 : 1);
+  std::string hourText = padded(hours, baseStyle == etstClockTimeForceTwoHourDigits ? 2 : 1);
   if (accuracy == etacHours) return hourText;
   std::string text;
   if (clock || (baseStyle == etstHMS && hours != 0)) {

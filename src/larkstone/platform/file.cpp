@@ -91,7 +91,11 @@ bool readFile(const std::string& path, std::string& bytes) {
   for (;;) {
     std::string next = file.readAt(static_cast<std::int64_t>(bytes.size()), chunk);
     if (next.empty()) return true;
-    bytes = bytes.empty() ? std::move(next) : bytes + next;
+    if (bytes.empty()) {
+      bytes = std::move(next);
+    } else {
+      bytes += next;
+    }
     chunk = 65536;
   }
 }
