@@ -28,7 +28,7 @@ class EventTest : public testing::Test {
   EventTest() {
     EXPECT_NE(::mkdtemp(folder_.data()), nullptr);
     path_ = folder_ + "/event.lrk4";
-    work_ = folder_ + "/work/";
+    work_ = folder_ + "/working/";
     std::filesystem::create_directory(work_);
     event_.tempFilePath(work_);
   }
