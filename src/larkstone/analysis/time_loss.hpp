@@ -18,6 +18,15 @@ Time storedLoss(double loss, enmTimeAccuracy accuracy);
 /// runner on the legs. `losses` has an entry for every leg.
 void storeLosses(Calculation& calculation, int runner, const std::vector<Time>& losses);
 
+template <class Method>
+void estimateEveryRunner(Calculation& calculation) {
+  Method method(calculation);
+  for (int r = 0; r < calculation.noOfRunners; ++r) {
+    method.estimate(r);
+    calculation.progress.report(4, r + 1, calculation.noOfRunners);
+  }
+}
+
 /// Each runner's normal speed is a percentile of the runner's own leg indices.
 void estimateAgainstTopTimes(Calculation& calculation);
 /// Each runner's normal speed is the median deficit to the best times, less on short legs.

@@ -110,11 +110,7 @@ class BestTimeMethod {
 }  // namespace
 
 void estimateAgainstBestTimes(Calculation& calculation) {
-  BestTimeMethod method(calculation);
-  for (int r = 0; r < calculation.noOfRunners; ++r) {
-    method.estimate(r);
-    calculation.progress.report(4, r + 1, calculation.noOfRunners);
-  }
+  estimateEveryRunner<BestTimeMethod>(calculation);
 }
 
 }  // namespace larkstone

@@ -103,11 +103,7 @@ class TopTimeMethod {
 }  // namespace
 
 void estimateAgainstTopTimes(Calculation& calculation) {
-  TopTimeMethod method(calculation);
-  for (int r = 0; r < calculation.noOfRunners; ++r) {
-    method.estimate(r);
-    calculation.progress.report(4, r + 1, calculation.noOfRunners);
-  }
+  estimateEveryRunner<TopTimeMethod>(calculation);
 }
 
 }  // namespace larkstone
