@@ -75,6 +75,9 @@ TEST(WholeFileTest, NothingIsSeenBeforeTheCommit) {
   EXPECT_EQ(bytesOf(target), "new text");
   EXPECT_EQ(permissionsOf(target), 0640U);
   EXPECT_EQ(folder.noOfFiles(), 1);
+  WholeFile fresh(folder / "fresh");
+  EXPECT_TRUE(fresh.commit());
+  EXPECT_EQ(permissionsOf(folder / "fresh"), permissionsOf(folder.write("plain", "")));
 }
 
 TEST(WholeFileTest, ALinkKeepsPointingAtItsFile) {

@@ -33,15 +33,6 @@ std::string folderOf(const std::string& path) {
   return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-// The permissions that a file of this name has, or that a new one would get.
-mode_t permissionsFor(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) == 0) return status.st_mode & 07777;
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
-}
-
 int openHandle(const std::string& path, int flags, mode_t mode = 0) {
   int handle = -1;
   do {
@@ -126,6 +117,9 @@ File::File(const std::string& path, Mode mode) {
     case Mode::create:
       handle_ = openHandle(path, O_RDWR | O_CREAT | O_EXCL, 0600);
       break;
+    case Mode::createShared:
+      handle_ = openHandle(path, O_RDWR | O_CREAT | O_EXCL, 0666);
+      break;
   }
 }
 
@@ -181,12 +175,13 @@ void File::close() {
 
 WholeFile::WholeFile(const std::string& path) : target_(resolved(path)) {
   struct stat status {};
-  if (::stat(target_.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+  const bool exists = ::stat(target_.c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) {
     if (!S_ISDIR(status.st_mode)) file_ = File(target_, File::Mode::readWrite);
     return;
   }
   draft_ = freshFileName(folderOf(target_));
-  file_ = File(draft_, File::Mode::create);
+  file_ = File(draft_, exists ? File::Mode::create : File::Mode::createShared);
 }
 
 WholeFile::~WholeFile() {
@@ -202,10 +197,13 @@ bool WholeFile::write(std::string_view bytes) {
 bool WholeFile::commit() {
   if (failed_ || !file_.isOpen()) return false;
   if (draft_.empty()) return true;
-  if (::chmod(draft_.c_str(), permissionsFor(target_)) != 0 || !file_.flush() ||
-      !renameFile(draft_, target_)) {
+  // A file that is replaced keeps its permissions.
+  struct stat status {};
+  if (::stat(target_.c_str(), &status) == 0 &&
+      ::chmod(draft_.c_str(), status.st_mode & 07777) != 0) {
     return false;
   }
+  if (!file_.flush() || !renameFile(draft_, target_)) return false;
   file_.close();
   return true;
 }

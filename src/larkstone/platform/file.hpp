@@ -35,7 +35,8 @@ class File {
   enum class Mode {
     read,
     readWrite,
-    create,  ///< a new file, readable by the user alone; fails when the name is taken
+    create,        ///< a new file, readable by the user alone; fails when the name is taken
+    createShared,  ///< the same, with the permissions that any new file gets
   };
 
   File() = default;
