@@ -44,6 +44,9 @@ void hostileSettings(Random& random, LRKCourse& course) {
   course.timeLossConditionTime(oneOf(random, times));
   course.timesWithoutTimeLoss(below(random, 2) == 0);
   course.timeLossCalculationMethod(static_cast<enmTimeLossCalculationMethod>(below(random, 3)));
+  course.pfIndexCalculationMethod(static_cast<enmPFIndexCalculationMethod>(below(random, 2)));
+  course.indexBreakpoint(0, oneOf(random, times));
+  course.indexBreakpoint(1, oneOf(random, times));
   course.timeAccuracy(static_cast<enmTimeAccuracy>(below(random, 6)));
   course.correctZeroAndNegativeTimes(below(random, 2) == 0);
 }
@@ -57,6 +60,9 @@ void expectDefined(const LRKCourse& course) {
       const LRKRunner& runner = course.runner(r);
       EXPECT_TRUE(std::isfinite(runner.coursePercentualTimeLoss()));
       EXPECT_TRUE(std::isfinite(runner.coursePerformanceIndexWithoutTimeLoss()));
+      EXPECT_TRUE(runner.followingIndex(i) >= 0 && runner.followingIndex(i) <= 1);
+      EXPECT_TRUE(runner.pullIndex(i) >= 0 && runner.pullIndex(i) <= 1);
+      EXPECT_TRUE(std::isfinite(runner.courseFollowingIndex() + runner.coursePullIndex()));
       EXPECT_TRUE(std::isfinite(runner.performanceIndex(i, elstLeg)));
       EXPECT_TRUE(std::isfinite(runner.performanceIndex(i, elstTotal)));
       EXPECT_GE(runner.timeLoss(i, elstLeg), 0);

@@ -43,6 +43,7 @@ void runStages(Calculation& calculation, enmCourseCalculationFlags flags) {
   }
   if (performance) computePerformanceWithoutTimeLoss(calculation);
   computeStylePlaces(calculation, flags);
+  if ((flags & eccfLFIndices) != 0) computeFollowing(calculation);
 }
 
 }  // namespace

@@ -98,5 +98,7 @@ void estimateTimeLoss(Calculation& calculation);
 void subtractTimeLoss(Calculation& calculation);
 /// Places and best times of the styles that the flags ask for, and the ideal times.
 void computeStylePlaces(Calculation& calculation, enmCourseCalculationFlags flags);
+/// Who followed and pulled whom on each leg, the course indices, and the time gained by it.
+void computeFollowing(Calculation& calculation);
 
 }  // namespace larkstone

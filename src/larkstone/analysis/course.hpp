@@ -37,6 +37,7 @@ struct CourseSettings {
   bool correctZeroAndNegativeTimes = true;
   bool referenceRunnerIndexSet = false;
   bool isCategoryCourse = false;
+  Time indexBreakpoint[2] = {700, 2000};
 };
 
 /// Set the legs, then add the runners (each is cloned and mapped onto the legs), then calculate,
@@ -83,10 +84,10 @@ class LRKCourse {
 
   /// Time gaps that count as close in following; slots 0 and 1, any other reads 0.
   Time indexBreakpoint(int index) const {
-    return index == 0 || index == 1 ? indexBreakpoint_[index] : 0;
+    return index == 0 || index == 1 ? settings_.indexBreakpoint[index] : 0;
   }
   void indexBreakpoint(int index, Time gap) {
-    if (index == 0 || index == 1) indexBreakpoint_[index] = gap;
+    if (index == 0 || index == 1) settings_.indexBreakpoint[index] = gap;
   }
   /// Writing it also puts it in force.
   int referenceRunnerIndex() const { return referenceRunnerIndex_; }
@@ -201,7 +202,6 @@ class LRKCourse {
 
   std::string name_;
   CourseSettings settings_;
-  Time indexBreakpoint_[2] = {700, 2000};
   int referenceRunnerIndex_ = 0;
   LRKLegs legs_;
   LRKCodes codesEqualToStart_;

@@ -11,6 +11,12 @@ namespace larkstone {
 /// The nearest integer, halves to the even neighbour; beyond 32 bits the nearest limit, 0 for NaN.
 std::int32_t roundHalfEven(double value);
 
+/// The same for sums beyond 32 bits (up to 51), as a whole number still: the addition rounds.
+inline double roundedHalfEven(double value) {
+  constexpr double lastBitIsOne = 0x1.8p52;
+  return value + lastBitIsOne - lastBitIsOne;
+}
+
 /// The decimal number that a text begins with, after leading blanks: sign, digits, one full stop,
 /// digits. 0 when there is none. Reading stops at the first character that cannot go on.
 double leadingNumber(std::string_view text);
