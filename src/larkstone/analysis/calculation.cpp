@@ -3,19 +3,19 @@
 namespace larkstone {
 
 const LegMajorTable<Time>& Calculation::times(enmLegStyle style) {
-  auto& table = times_[static_cast<std::size_t>(style)];
-  if (!table) {
-    table.emplace(noOfLegs, noOfRunners);
+  if (times_.empty()) {
+    times_.assign(LRK_LEG_STYLES, LegMajorTable<Time>(noOfLegs, noOfRunners));
     for (int r = 0; r < noOfRunners; ++r) {
-      for (int i = 0; i < noOfLegs; ++i) table->at(i, r) = runner(r).time(i, style);
+      for (int i = 0; i < noOfLegs; ++i) {
+        const auto ofStyles = runner(r).times(i);
+        for (std::size_t s = 0; s < times_.size(); ++s) times_[s].at(i, r) = ofStyles[s];
+      }
     }
   }
-  return *table;
+  return times_[static_cast<std::size_t>(style)];
 }
 
-void Calculation::timesChanged() {
-  for (auto& table : times_) table.reset();
-}
+void Calculation::timesChanged() { times_.clear(); }
 
 LegMajorTable<std::int16_t>& Calculation::places(enmLegStyle style) {
   auto& table = places_[static_cast<std::size_t>(style)];
@@ -23,10 +23,14 @@ LegMajorTable<std::int16_t>& Calculation::places(enmLegStyle style) {
   return *table;
 }
 
-void Calculation::storePlaces(enmLegStyle style) {
-  const LegMajorTable<std::int16_t>& table = places(style);
+void Calculation::storePlaces() {
   for (int r = 0; r < noOfRunners; ++r) {
-    for (int i = 0; i < noOfLegs; ++i) runner(r).place(i, style, table.at(i, r));
+    for (int style = 0; style < LRK_LEG_STYLES; ++style) {
+      const auto& table = places_[static_cast<std::size_t>(style)];
+      for (int i = 0; i < noOfLegs && table; ++i) {
+        runner(r).place(i, static_cast<enmLegStyle>(style), table->at(i, r));
+      }
+    }
   }
 }
 

@@ -61,15 +61,15 @@ class Calculation {
     return tables.statistics[static_cast<std::size_t>(style)][static_cast<std::size_t>(legNo)];
   }
 
-  /// Every runner's times in a style, as the runners gave them at the first call.
+  /// Every runner's times in a style; the first call asks the runners for those of all styles.
   const LegMajorTable<Time>& times(enmLegStyle style);
   /// The runners' times are not what they were: the next call of times() asks again.
   void timesChanged();
 
-  /// The places of a style while they are worked out.
+  /// The places of a style, to be worked out.
   LegMajorTable<std::int16_t>& places(enmLegStyle style);
-  /// Hands the places to the runners.
-  void storePlaces(enmLegStyle style);
+  /// Hands all places to the runners.
+  void storePlaces();
 
   std::vector<LRKRunner>& runners;
   const CourseSettings& settings;
@@ -79,7 +79,7 @@ class Calculation {
   const int noOfLegs;
 
  private:
-  std::array<std::optional<LegMajorTable<Time>>, LRK_LEG_STYLES> times_;
+  std::vector<LegMajorTable<Time>> times_;  // by style; empty: to be asked for
   std::array<std::optional<LegMajorTable<std::int16_t>>, LRK_LEG_STYLES> places_;
 };
 

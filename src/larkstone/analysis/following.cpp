@@ -52,8 +52,10 @@ class FollowingLegs {
 };
 
 // Hands the indices of the legs to the runners, and adds them up to those of the course.
-void storeIndices(Calculation& calculation, const LegMajorTable<LegIndices>& indices) {
+void storeResults(Calculation& calculation, const LegMajorTable<LegIndices>& indices,
+                  FollowingMethod& method) {
   for (int r = 0; r < calculation.noOfRunners; ++r) {
+    method.storePartners(r);
     LRKRunner& runner = calculation.runner(r);
     float coursePull = 0;
     float courseFollowing = 0;
@@ -70,30 +72,21 @@ void storeIndices(Calculation& calculation, const LegMajorTable<LegIndices>& ind
   }
 }
 
-// Partners of an earlier calculation would not go with the new indices.
-void forgetPartners(LRKRunner& runner, int legs) {
-  for (int i = 0; i < legs; ++i) {
-    runner.noOfFollowedRunners(i, 0);
-    runner.noOfPulledRunners(i, 0);
-  }
-}
-
 }  // namespace
 
 void computeFollowing(Calculation& calculation) {
   const CourseSettings& settings = calculation.settings;
   const GapWeight weight(settings.indexBreakpoint[0], settings.indexBreakpoint[1]);
   const auto method = settings.pfIndexCalculationMethod == elfiBasic
-                          ? basicFollowing()
+                          ? basicFollowing(calculation)
                           : extendedFollowing(calculation, weight);
-  for (LRKRunner& runner : calculation.runners) forgetPartners(runner, calculation.noOfLegs);
   FollowingLegs legs(calculation, weight, *method);
   LegMajorTable<LegIndices> indices(calculation.noOfLegs, calculation.noOfRunners);
   for (int i = 0; i < calculation.noOfLegs; ++i) {
     legs.judge(i, indices.leg(i));
     calculation.progress.report(8, i + 1, calculation.noOfLegs);
   }
-  storeIndices(calculation, indices);
+  storeResults(calculation, indices, *method);
   computeFollowingBenefit(calculation, indices);
 }
 

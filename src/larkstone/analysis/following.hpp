@@ -34,11 +34,13 @@ class FollowingMethod {
   virtual ~FollowingMethod() = default;
   virtual void beginLeg(int /*legNo*/, const LegPassings& /*passings*/) {}
   virtual LegIndices judge(int group, std::span<const CloseGroup> close) = 0;
+  /// Hands a runner the partners of all legs.
+  virtual void storePartners(int runner) = 0;
 };
 
 /// Only the closest partners count: the one who followed most and the one followed most. Who runs
 /// between two others is not pulling for the part that is following.
-std::unique_ptr<FollowingMethod> basicFollowing();
+std::unique_ptr<FollowingMethod> basicFollowing(Calculation& calculation);
 /// All partners count: each moment of a leg with the closest of them. Stores who they were.
 std::unique_ptr<FollowingMethod> extendedFollowing(Calculation& calculation,
                                                    const GapWeight& weight);

@@ -18,6 +18,8 @@ const CloseGroup& largest(std::span<const CloseGroup> close, float CloseGroup::*
 
 class BasicFollowing : public FollowingMethod {
  public:
+  explicit BasicFollowing(Calculation& calculation) : calculation_(calculation) {}
+
   LegIndices judge(int /*group*/, std::span<const CloseGroup> close) override {
     const CloseGroup& pulled = largest(close, &CloseGroup::pulled);
     const CloseGroup& followed = largest(close, &CloseGroup::followed);
@@ -27,10 +29,21 @@ class BasicFollowing : public FollowingMethod {
     }
     return indices;
   }
+
+  // Partners of an earlier calculation would not go with the new indices.
+  void storePartners(int r) override {
+    calculation_.runner(r).pulledRunners({});
+    calculation_.runner(r).followedRunners({});
+  }
+
+ private:
+  Calculation& calculation_;
 };
 
 }  // namespace
 
-std::unique_ptr<FollowingMethod> basicFollowing() { return std::make_unique<BasicFollowing>(); }
+std::unique_ptr<FollowingMethod> basicFollowing(Calculation& calculation) {
+  return std::make_unique<BasicFollowing>(calculation);
+}
 
 }  // namespace larkstone

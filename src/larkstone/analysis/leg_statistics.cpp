@@ -28,7 +28,6 @@ void computeLegStatistics(Calculation& calculation) {
     calculation.tables.sortedTimes[static_cast<std::size_t>(i)] = ranking.sortedTimes();
     calculation.progress.report(1, i + 1, calculation.noOfLegs);
   }
-  calculation.storePlaces(elstLeg);
 }
 
 }  // namespace larkstone

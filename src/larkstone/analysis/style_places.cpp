@@ -53,7 +53,6 @@ void rankStyles(Calculation& calculation, const std::vector<enmLegStyle>& styles
     computeIdealTime(calculation, i);
     calculation.progress.report(6, i + 1, calculation.noOfLegs);
   }
-  for (const enmLegStyle style : styles) calculation.storePlaces(style);
 }
 
 // The places of one leg when runners who miss a punch before it do not count: everybody else moves
@@ -105,7 +104,6 @@ void deriveStrictPlaces(Calculation& calculation) {
     }
     calculation.progress.report(7, i + 1, calculation.noOfLegs);
   }
-  for (const enmLegStyle strict : strictStyles) calculation.storePlaces(strict);
 }
 
 }  // namespace
@@ -116,6 +114,7 @@ void computeStylePlaces(Calculation& calculation, enmCourseCalculationFlags flag
       (flags & eccfPlacesAllowMissingPunches) != 0) {
     deriveStrictPlaces(calculation);
   }
+  calculation.storePlaces();
 }
 
 }  // namespace larkstone

@@ -37,26 +37,21 @@ Time LRKRunner::resultTime() const {
   return finish - start;
 }
 
-Time LRKRunner::time(int legNo, enmLegStyle style) const {
+std::array<Time, LRK_LEG_STYLES> LRKRunner::times(int legNo) const {
   const LegTable& table = leg(legNo);
   const bool qualified = legNo <= lastQualifiedLeg_ || qualifyEvenIfDisqualified_;
-  switch (style) {
-    case elstLeg:
-      return isDisq(table.begin) || isDisq(table.end) ? LRK_NO_TIME : table.end - table.begin;
-    case elstTotal:
-      return qualified && !isDisq(table.total) ? table.total : LRK_NO_TIME;
-    case elstPassingBegin:
-      return qualified || legNo <= lastQualifiedLeg_ + 1 ? table.begin : LRK_NO_TIME;
-    case elstPassingEnd:
-      return qualified ? table.end : LRK_NO_TIME;
-    case elstTotalAllowMissingPunches:
-      return isDisq(table.total) ? LRK_NO_TIME : table.total;
-    case elstPassingBeginAllowMissingPunches:
-      return table.begin;
-    case elstPassingEndAllowMissingPunches:
-      return table.end;
-  }
-  return 0;
+  const Time total = std::min(table.total, LRK_NO_TIME);
+  return {isDisq(table.begin) || isDisq(table.end) ? LRK_NO_TIME : table.end - table.begin,
+          qualified ? total : LRK_NO_TIME,
+          qualified || legNo <= lastQualifiedLeg_ + 1 ? table.begin : LRK_NO_TIME,
+          qualified ? table.end : LRK_NO_TIME,
+          total,
+          table.begin,
+          table.end};
+}
+
+Time LRKRunner::time(int legNo, enmLegStyle style) const {
+  return style >= elstLeg && style < LRK_LEG_STYLES ? times(legNo)[style] : 0;
 }
 
 bool LRKRunner::timeIsEstimated(int legNo, enmLegStyle style) const {
@@ -102,15 +97,6 @@ Time LRKRunner::followingBenefitTime(int legNo, enmLegStyle style) const {
   if (style == elstTotal) return total;
   if (style != elstLeg) return 0;
   return legNo == 0 ? total : total - leg(legNo - 1).followingBenefit;
-}
-
-void LRKRunner::resize(Partners& partners, int legNo, int count) const {
-  const auto at = static_cast<std::size_t>(legNo);
-  if (at >= partners.size()) {
-    if (count <= 0) return;
-    partners.resize(std::max(table_.size(), at + 1));
-  }
-  partners[at].resize(static_cast<std::size_t>(std::clamp(count, 0, LRK_MAX_LIST)));
 }
 
 // The legs must be one fragment and account for just the punches from the gap's begin to its end:

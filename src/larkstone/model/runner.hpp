@@ -2,8 +2,10 @@
 
 // One competitor: who, for which club, the punches of the run, and what an analysis found.
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "larkstone/core/date.hpp"
@@ -13,6 +15,7 @@
 #include "larkstone/geometry/codes.hpp"
 #include "larkstone/geometry/legs.hpp"
 #include "larkstone/geometry/punches.hpp"
+#include "larkstone/model/partner_lists.hpp"
 
 namespace larkstone {
 
@@ -90,6 +93,8 @@ class LRKRunner {
 
   /// The time of a leg in the style; LRK_NO_TIME where there is none.
   Time time(int legNo, enmLegStyle style) const;
+  /// The times of a leg in all styles, by enmLegStyle.
+  std::array<Time, LRK_LEG_STYLES> times(int legNo) const;
   bool timeIsEstimated(int legNo, enmLegStyle style) const;
   bool isTimeDisq(int legNo, enmLegStyle style) const { return isDisq(time(legNo, style)); }
 
@@ -122,28 +127,20 @@ class LRKRunner {
   void pullIndex(int legNo, float index) { leg(legNo).pullIndex = index; }
 
   /// Whom the runner followed and pulled on a leg: positions in the course, each with a value.
-  int noOfFollowedRunners(int legNo) const { return count(followed_, legNo); }
-  void noOfFollowedRunners(int legNo, int count) { resize(followed_, legNo, count); }
-  int followedRunnerIndex(int legNo, int k) const { return partner(followed_, legNo, k).runner; }
-  void followedRunnerIndex(int legNo, int k, int runner) {
-    partner(followed_, legNo, k).runner = static_cast<std::int16_t>(runner);
-  }
-  float followedRunnerIndexValue(int legNo, int k) const {
-    return partner(followed_, legNo, k).value;
-  }
-  void followedRunnerIndexValue(int legNo, int k, float value) {
-    partner(followed_, legNo, k).value = value;
-  }
-  int noOfPulledRunners(int legNo) const { return count(pulled_, legNo); }
-  void noOfPulledRunners(int legNo, int count) { resize(pulled_, legNo, count); }
-  int pulledRunnerIndex(int legNo, int k) const { return partner(pulled_, legNo, k).runner; }
-  void pulledRunnerIndex(int legNo, int k, int runner) {
-    partner(pulled_, legNo, k).runner = static_cast<std::int16_t>(runner);
-  }
-  float pulledRunnerIndexValue(int legNo, int k) const { return partner(pulled_, legNo, k).value; }
-  void pulledRunnerIndexValue(int legNo, int k, float value) {
-    partner(pulled_, legNo, k).value = value;
-  }
+#define LRK_PARTNERS(lists, noOf, index, indexValue)                                      \
+  int noOf(int legNo) const { return lists##_.count(legNo); }                             \
+  void noOf(int legNo, int number) { lists##_.count(legNo, number); }                     \
+  int index(int legNo, int k) const { return lists##_.at(legNo, k).runner; }              \
+  void index(int legNo, int k, int runner) {                                              \
+    lists##_.at(legNo, k).runner = static_cast<std::int16_t>(runner);                     \
+  }                                                                                       \
+  float indexValue(int legNo, int k) const { return lists##_.at(legNo, k).value; }        \
+  void indexValue(int legNo, int k, float share) { lists##_.at(legNo, k).value = share; } \
+  /** All legs at once. */                                                                \
+  void lists(PartnerLists partners) { lists##_ = std::move(partners); }
+  LRK_PARTNERS(followedRunners, noOfFollowedRunners, followedRunnerIndex, followedRunnerIndexValue)
+  LRK_PARTNERS(pulledRunners, noOfPulledRunners, pulledRunnerIndex, pulledRunnerIndexValue)
+#undef LRK_PARTNERS
 
   /// Results of the whole course as the analysis stored them.
 #define LRK_RESULT(name, type)          \
@@ -209,26 +206,8 @@ class LRKRunner {
     float pullIndex = 0;
     std::int16_t place[LRK_LEG_STYLES] = {};
   };
-  struct Partner {
-    std::int16_t runner = 0;
-    float value = 0;
-  };
-  using Partners = std::vector<std::vector<Partner>>;
-
   LegTable& leg(int legNo) { return table_[static_cast<std::size_t>(legNo)]; }
   const LegTable& leg(int legNo) const { return table_[static_cast<std::size_t>(legNo)]; }
-
-  static int count(const Partners& partners, int legNo) {
-    const auto at = static_cast<std::size_t>(legNo);
-    return at < partners.size() ? static_cast<int>(partners[at].size()) : 0;
-  }
-  void resize(Partners& partners, int legNo, int count) const;
-  static const Partner& partner(const Partners& partners, int legNo, int k) {
-    return partners[static_cast<std::size_t>(legNo)][static_cast<std::size_t>(k)];
-  }
-  static Partner& partner(Partners& partners, int legNo, int k) {
-    return partners[static_cast<std::size_t>(legNo)][static_cast<std::size_t>(k)];
-  }
 
   bool gapCanBeBridged(int firstLeg, int lastLeg) const;
   void computeTotals();
@@ -249,8 +228,8 @@ class LRKRunner {
   LRKLegs legs_;
 
   std::vector<LegTable> table_;
-  Partners followed_;  // sized only once a partner is stored
-  Partners pulled_;
+  PartnerLists followedRunners_;
+  PartnerLists pulledRunners_;
   int lastQualifiedLeg_ = -1;
 
   Time courseTime_ = 0;

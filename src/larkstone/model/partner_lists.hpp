@@ -1,0 +1,46 @@
+#pragma once
+
+// Runners whom a runner met, leg by leg.
+
+#include <cstdint>
+#include <vector>
+
+namespace larkstone {
+
+/// A list per leg, all in one piece of memory. Changing a list moves those
+/// of later legs.
+class PartnerLists {
+ public:
+  struct Partner {
+    std::int16_t runner = 0;  ///< position in the course
+    float value = 0;
+  };
+
+  int count(int legNo) const {
+    return legNo < static_cast<int>(end_.size()) ? static_cast<int>(end(legNo) - begin(legNo)) : 0;
+  }
+  /// Keeps the partners that are there; new ones are 0.
+  void count(int legNo, int count);
+  void reserve(std::size_t partners) { partners_.reserve(partners); }
+  /// Adds a partner to the list of the last leg that has one, or of a later leg.
+  void append(int legNo, Partner partner) {
+    const auto leg = static_cast<std::size_t>(legNo);
+    if (leg >= end_.size()) end_.resize(leg + 1, static_cast<std::uint32_t>(partners_.size()));
+    partners_.push_back(partner);
+    ++end_[leg];
+  }
+
+  Partner& at(int legNo, int k) { return partners_[begin(legNo) + static_cast<std::size_t>(k)]; }
+  const Partner& at(int legNo, int k) const {
+    return partners_[begin(legNo) + static_cast<std::size_t>(k)];
+  }
+
+ private:
+  std::size_t begin(int legNo) const { return legNo == 0 ? 0 : end(legNo - 1); }
+  std::size_t end(int legNo) const { return end_[static_cast<std::size_t>(legNo)]; }
+
+  std::vector<Partner> partners_;
+  std::vector<std::uint32_t> end_;  // up to the last leg that ever had a partner
+};
+
+}  // namespace larkstone
