@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -85,6 +86,10 @@ TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
   for (const std::string& arguments :
        {std::string(), std::string("run"), std::string("info"), "info --fast " + race_,
         "analyse --sort speed " + race_, "analyse --sort legTime:0 " + race_,
+        "analyse --sort legTime:1.5 " + race_, "analyse --sort legTime:desc:1 " + race_,
+        "analyse --breakpoints 7 " + race_, "analyse --breakpoints 7,x " + race_,
+        "analyse --breakpoints 7,20,30 " + race_, "analyse --breakpoints=-1,20 " + race_,
+        "analyse --breakpoints 20,7 " + race_, "analyse --following-method near " + race_,
         "analyse --course-legs S-x-F " + race_, "analyse --flags 32 " + race_,
         "import --zero-time soon " + race_ + " -o x.lrk4", "import " + race_}) {
     const Result result = run(arguments);
@@ -193,6 +198,51 @@ TEST_F(ProgramTest, OptionsReachTheCourse) {
   const Json exact =
       Json::parse(run("analyse --course-legs S-31-33-F --required-legs all " + race_).out);
   EXPECT_EQ(exact["courses"][0]["refused"].size(), 3U);
+}
+
+// Everything that is said about following, for the runners in their order.
+Json followingOf(const Json& course) {
+  Json found = Json::array();
+  for (const Json& runner : course["runners"]) {
+    found.push_back(runner["courseFollowingIndex"]);
+    found.push_back(runner["coursePullIndex"]);
+    for (const Json& leg : runner["legs"]) {
+      for (const char* key :
+           {"followingIndex", "pullIndex", "followingBenefitTime", "followed", "pulled"}) {
+        found.push_back(leg[key]);
+      }
+    }
+  }
+  return found;
+}
+
+TEST_F(ProgramTest, FollowingIsNullUntilItIsCalculated) {
+  const Json without = Json::parse(run("analyse --flags 23 " + race_).out);
+  for (const Json& value : followingOf(without["courses"][0])) {
+    EXPECT_TRUE(value.is_null() || value == Json::parse("[null,null]")) << value;
+  }
+  for (const std::string method : {"basic", "extended"}) {
+    const Json with = Json::parse(
+        run("analyse --flags 8 --breakpoints 5.5,5.5 --following-method " + method + " " + race_)
+            .out);
+    for (const Json& value : followingOf(with["courses"][0])) {
+      EXPECT_TRUE(value.is_number() || (value.is_array() && value != Json::parse("[null,null]")))
+          << value;
+    }
+  }
+}
+
+TEST_F(ProgramTest, EverySortKeyHasItsName) {
+  const std::string_view keys[] = {
+#define LRK_SORT_KEY(number, name) #name,
+#include "larkstone/core/sort_keys.def"
+  };
+  for (const std::string_view key : keys) {
+    const std::string name(key.substr(4));
+    const bool isKey = name != "Custom";
+    EXPECT_EQ(run("analyse --flags 0 --sort " + name + ":2:desc " + race_).exitCode, isKey ? 0 : 2)
+        << name;
+  }
 }
 
 TEST_F(ProgramTest, OutputsAppearWholeOrNotAtAll) {
