@@ -1,6 +1,7 @@
 #include "cli/analysis_csv.hpp"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -114,6 +115,7 @@ void writeCsvHeader(Output& output) {
 void writeCsvCourse(Output& output, const LRKCourse& course) {
   const Stages stages(course);
   std::vector<CsvLine> legs;
+  legs.reserve(static_cast<std::size_t>(course.noOfLegs()));
   for (int i = 0; i < course.noOfLegs(); ++i) legs.push_back(legFields(course.legs(), i));
   for (int r = 0; r < course.noOfRunners(); ++r) {
     const LRKRunner& runner = course.runner(r);

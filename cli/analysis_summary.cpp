@@ -1,7 +1,9 @@
 #include "cli/analysis_summary.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/time.hpp"
