@@ -6,6 +6,8 @@
 
 #include "larkstone/core/iof_texts.hpp"
 
+#include "cli/stages.hpp"
+
 namespace larkstone::cli {
 
 namespace {
@@ -51,26 +53,6 @@ class Fields {
 
  private:
   JsonWriter& json_;
-};
-
-// Which results a calculation with these flags leaves behind.
-struct Stages {
-  explicit Stages(const LRKCourse& course)
-      : timeLoss((course.calculationFlags() & eccfTimeLoss) != 0),
-        strictPlaces((course.calculationFlags() & eccfPlacesDontAllowMissingPunches) != 0),
-        tolerantPlaces((course.calculationFlags() & eccfPlacesAllowMissingPunches) != 0),
-        indices((course.calculationFlags() & eccfPerformanceIndices) != 0 ||
-                course.timeLossCalculationMethod() == etlcCompareToTopTime) {}
-
-  bool style(int style) const {
-    if (style == elstLeg) return true;
-    return style <= elstPassingEnd ? strictPlaces : tolerantPlaces;
-  }
-
-  bool timeLoss;
-  bool strictPlaces;
-  bool tolerantPlaces;
-  bool indices;
 };
 
 template <class Write>
@@ -130,6 +112,42 @@ void writePunches(JsonWriter& json, std::string_view key, const LRKPunches& punc
   json.endArray();
 }
 
+// Runners met on a leg: positions in the course, each with the share of the leg.
+template <class Index, class Value>
+void writePartners(JsonWriter& json, std::string_view key, int count, Index index, Value value) {
+  json.key(key);
+  json.beginArray();
+  for (int k = 0; k < count; ++k) {
+    json.beginArray();
+    json.number(std::int64_t{index(k)});
+    json.number(value(k));
+    json.endArray();
+  }
+  json.endArray();
+}
+
+void writeFollowing(JsonWriter& json, const LRKRunner& runner, const Stages& stages, int i) {
+  Fields fields(json);
+  fields.single("followingIndex", runner.followingIndex(i), stages.following);
+  fields.single("pullIndex", runner.pullIndex(i), stages.following);
+  legAndTotal(json, "followingBenefitTime", stages.following, [&](enmLegStyle style) {
+    json.number(std::int64_t{runner.followingBenefitTime(i, style)});
+  });
+  if (!stages.following) {
+    fields.null("followed");
+    fields.null("pulled");
+    return;
+  }
+  writePartners(
+      json, "followed", runner.noOfFollowedRunners(i),
+      [&](int k) { return runner.followedRunnerIndex(i, k); },
+      [&](int k) { return runner.followedRunnerIndexValue(i, k); });
+  writePartners(
+      json, "pulled", runner.noOfPulledRunners(i),
+      [&](int k) { return runner.pulledRunnerIndex(i, k); },
+      [&](int k) { return runner.pulledRunnerIndexValue(i, k); });
+}
+
 void writeRunnerLeg(JsonWriter& json, const LRKRunner& runner, const Stages& stages, int i) {
   Fields fields(json);
   json.beginObject();
@@ -144,11 +162,7 @@ void writeRunnerLeg(JsonWriter& json, const LRKRunner& runner, const Stages& sta
               [&](enmLegStyle style) { json.number(std::int64_t{runner.timeLoss(i, style)}); });
   legAndTotal(json, "performanceIndex", stages.indices,
               [&](enmLegStyle style) { json.number(runner.performanceIndex(i, style)); });
-  fields.null("followingIndex");
-  fields.null("pullIndex");
-  legAndTotal(json, "followingBenefitTime", false, [](enmLegStyle) {});
-  fields.null("followed");
-  fields.null("pulled");
+  writeFollowing(json, runner, stages, i);
   json.endObject();
 }
 
@@ -173,8 +187,8 @@ void writeRunner(JsonWriter& json, const LRKCourse& course, const Stages& stages
   fields.single("coursePerformanceIndex", runner.coursePerformanceIndex(), stages.indices);
   fields.single("coursePerformanceIndexWithoutTimeLoss",
                 runner.coursePerformanceIndexWithoutTimeLoss(), stages.indices);
-  fields.null("courseFollowingIndex");
-  fields.null("coursePullIndex");
+  fields.single("courseFollowingIndex", runner.courseFollowingIndex(), stages.following);
+  fields.single("coursePullIndex", runner.coursePullIndex(), stages.following);
   writePunches(json, "punches", runner.punches());
   writePunches(json, "extraPunches", runner.extraPunches());
   json.key("legs");

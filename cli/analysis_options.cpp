@@ -16,6 +16,8 @@ namespace larkstone::cli {
 
 namespace {
 
+constexpr double longestSeconds = 100000;
+
 struct SortKeyName {
   enmSort key;
   std::string_view name;
@@ -35,33 +37,58 @@ std::optional<enmSort> sortKeyNamed(std::string_view text) {
   return equalNoCase(text, "unsorted") ? std::optional(esorUnsorted) : std::nullopt;
 }
 
-SortOption sortOption(const std::string& text) {
-  const auto refuse = [&text] {
-    throw CLI::ValidationError("--sort", "'" + text + "' is not KEY[:LEG][:desc]");
-  };
-  SortOption option;
-  std::string_view rest = text;
-  const auto next = [&rest] {
-    const auto colon = rest.find(':');
-    const std::string_view part = rest.substr(0, colon);
-    rest = colon == std::string_view::npos ? "" : rest.substr(colon + 1);
-    return part;
-  };
-  const std::optional<enmSort> key = sortKeyNamed(next());
-  if (!key) refuse();
-  option.key = *key;
-  while (!rest.empty()) {
-    const std::string_view part = next();
-    const std::optional<double> leg = wholeNumber(part);
-    if (part == "desc") {
-      option.ascending = false;
-    } else if (leg && *leg >= 1 && *leg <= LRK_MAX_LIST) {
-      option.legNo = static_cast<int>(*leg) - 1;
-    } else {
-      refuse();
-    }
+std::vector<std::string_view> partsOf(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  for (;;) {
+    const auto end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
   }
+}
+
+// A leg's number, counted from 1.
+std::optional<int> legNumber(std::string_view text) {
+  const bool isNumber = !text.empty() && text.size() <= 5 &&
+                        text.find_first_not_of("0123456789") == std::string_view::npos;
+  const int number = isNumber ? leadingInteger(text) : 0;
+  return number >= 1 && number <= LRK_MAX_LIST ? std::optional(number) : std::nullopt;
+}
+
+SortOption sortOption(const std::string& text) {
+  const CLI::ValidationError refusal("--sort", "'" + text + "' is not KEY[:LEG][:desc]");
+  std::vector<std::string_view> parts = partsOf(text, ':');
+  SortOption option;
+  const std::optional<enmSort> key = sortKeyNamed(parts.front());
+  if (!key) throw refusal;
+  option.key = *key;
+  if (parts.size() > 1 && parts.back() == "desc") {
+    option.ascending = false;
+    parts.pop_back();
+  }
+  if (parts.size() == 1) return option;
+  const std::optional<int> leg = legNumber(parts[1]);
+  if (parts.size() > 2 || !leg) throw refusal;
+  option.legNo = *leg - 1;
   return option;
+}
+
+// SECONDS,SECONDS: up to the first gap two runners are together, beyond the second they are apart.
+std::array<Time, 2> breakpointsOption(const std::string& text) {
+  const auto refuse = [&text](const std::string& why) {
+    throw CLI::ValidationError("--breakpoints", "'" + text + "' " + why);
+  };
+  const std::vector<std::string_view> parts = partsOf(text, ',');
+  if (parts.size() != 2) refuse("is not SECONDS,SECONDS");
+  std::array<Time, 2> breakpoints{};
+  for (std::size_t i = 0; i < 2; ++i) {
+    const std::optional<double> seconds = wholeNumber(parts[i]);
+    if (!seconds) refuse("is not SECONDS,SECONDS");
+    if (*seconds < 0 || *seconds > longestSeconds) refuse("is out of range");
+    breakpoints[i] = roundHalfEven(*seconds * 100);
+  }
+  if (breakpoints[0] > breakpoints[1]) refuse("has the larger gap first");
+  return breakpoints;
 }
 
 template <class Value>
@@ -81,7 +108,7 @@ void addTimeLossOptions(CLI::App& command, AnalysisOptions& options) {
       {{"top", etlcCompareToTopTime}, {"best", etlcCompareToBestTime}});
   command.add_option("--time-loss-time", options.timeLossSeconds, "A time loss is above this time")
       ->type_name("SECONDS")
-      ->check(CLI::Range(0.0, 100000.0))
+      ->check(CLI::Range(0.0, longestSeconds))
       ->capture_default_str();
   command
       .add_option("--time-loss-percent", options.timeLossPercent,
@@ -98,6 +125,20 @@ void addTimeLossOptions(CLI::App& command, AnalysisOptions& options) {
       ->capture_default_str();
   command.add_flag("--without-time-loss", options.withoutTimeLoss,
                    "Take the time loss out of the times");
+}
+
+void addFollowingOptions(CLI::App& command, AnalysisOptions& options) {
+  addChoice<enmPFIndexCalculationMethod>(
+      command, "--following-method", options.followingMethod,
+      "Following: the closest runner counts (basic), or all met on a leg together (extended)",
+      {{"basic", elfiBasic}, {"extended", elfiExtended}});
+  command
+      .add_option_function<std::string>(
+          "--breakpoints",
+          [&options](const std::string& text) { options.breakpoints = breakpointsOption(text); },
+          "Runners are together up to the first gap and apart beyond the second")
+      ->type_name("SECONDS,SECONDS")
+      ->default_str("7,20");
 }
 
 int categoryNamed(const LRKEvent& event, const std::string& name) {
@@ -133,6 +174,7 @@ void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
                   {"tenths", etacTenthsSeconds},
                   {"seconds", etacSeconds}});
   addTimeLossOptions(command, options);
+  addFollowingOptions(command, options);
   command
       .add_option("--top-percentile", options.topPercentile,
                   "The share of the runners who make up a leg's top time")
@@ -143,8 +185,7 @@ void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
                    "Leave zero and negative leg times as they are");
   command.add_option("--flags", options.flags, "Calculation stages, a sum of 1, 2, 4, 8 and 16")
       ->type_name("N")
-      ->check(CLI::Range(0, static_cast<int>(eccfComplete)))
-      ->capture_default_str();
+      ->check(CLI::Range(0, static_cast<int>(eccfComplete)));
   command
       .add_option_function<std::string>(
           "--sort", [&options](const std::string& text) { options.sort = sortOption(text); },
@@ -193,12 +234,17 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
   course->topPercentile(options.topPercentile);
   course->timesWithoutTimeLoss(options.withoutTimeLoss);
   course->correctZeroAndNegativeTimes(!options.noTimeCorrection);
+  course->pfIndexCalculationMethod(options.followingMethod);
+  course->indexBreakpoint(0, options.breakpoints[0]);
+  course->indexBreakpoint(1, options.breakpoints[1]);
+  const auto flags =
+      static_cast<enmCourseCalculationFlags>(options.flags.value_or(int{eccfComplete}));
   {
     Progress progress(common, category.name());
     course->onAction([&progress](std::string_view, float fraction) {
       progress.show(static_cast<double>(fraction));
     });
-    course->calculate(static_cast<enmCourseCalculationFlags>(options.flags));
+    course->calculate(flags);
     course->onAction({});
   }
   return course;

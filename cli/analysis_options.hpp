@@ -2,7 +2,9 @@
 
 // The options that analyse and table share, and the course they lead to.
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,7 +40,9 @@ struct AnalysisOptions {
   float topPercentile = 0.25F;
   bool withoutTimeLoss = false;
   bool noTimeCorrection = false;
-  int flags = eccfComplete;
+  enmPFIndexCalculationMethod followingMethod = elfiExtended;
+  std::array<Time, 2> breakpoints = {700, 2000};
+  std::optional<int> flags;  ///< all stages, unless the command needs fewer
   SortOption sort;
   std::string courseLegs = "auto";
 };
