@@ -38,7 +38,9 @@ void calculateInterval(benchmark::State& state) {
   state.counters["ratio"] = all.median() / floors.median();
 }
 BENCHMARK(calculateInterval)
+    ->Args({1000, 30, 120})
     ->Args({1000, 30, 60})
+    ->Args({1000, 30, 30})
     ->Args({1000, 30, 5})
     ->Args({32000, 30, 5})
     ->UseManualTime()

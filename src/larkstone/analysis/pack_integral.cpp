@@ -9,6 +9,9 @@ namespace larkstone {
 
 namespace {
 
+// Below it looking at every runner is cheaper than knowing who is close where.
+constexpr std::size_t largePack = 10;
+
 double gapAt(const GapLine& line, double at) {
   return roundedHalfEven(line.begin + line.change * at);
 }
@@ -74,8 +77,14 @@ void PackIntegral::cover(const GapLine& line) {
 }
 
 double PackIntegral::share(std::span<const GapLine> lines) {
+  const bool anyBehind = std::any_of(lines.begin(), lines.end(), [](const GapLine& line) {
+    return std::max(line.begin, line.begin + line.change) >= 0;
+  });
+  if (!anyBehind) return 0;
   fullUntil_.assign(cuts_.size(), 0);
-  for (const GapLine& line : lines) cover(line);
+  if (lines.size() >= largePack) {
+    for (const GapLine& line : lines) cover(line);
+  }
   double share = 0;
   std::size_t full = 0;
   largest_ = 0;

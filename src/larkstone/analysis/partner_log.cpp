@@ -28,15 +28,16 @@ void PartnerLog::record(int legNo, const LegPassings& passings, int group,
   for (const int runner : runners) {
     lists_.at(legNo, runner) = {static_cast<std::uint32_t>(first),
                                 static_cast<std::uint32_t>(count)};
+    countOf_[static_cast<std::size_t>(runner)] += count;
   }
   count_ += count * static_cast<std::int64_t>(runners.size());
 }
 
 PartnerLists PartnerLog::listsOf(int runner, int legs) const {
-  std::size_t all = 0;
-  for (int i = 0; i < legs; ++i) all += lists_.at(i, runner).count;
   PartnerLists lists;
-  lists.reserve(all);
+  const std::int64_t all = countOf_[static_cast<std::size_t>(runner)];
+  if (all == 0) return lists;
+  lists.reserve(static_cast<std::size_t>(all));
   for (int i = 0; i < legs; ++i) {
     const List& list = lists_.at(i, runner);
     std::size_t at = list.first;

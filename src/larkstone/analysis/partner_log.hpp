@@ -15,7 +15,8 @@ namespace larkstone {
 /// the strongest partner; equal ones stand by runner. Runners of one group share an entry.
 class PartnerLog {
  public:
-  PartnerLog(int legs, int runners) : lists_(legs, runners) {}
+  PartnerLog(int legs, int runners)
+      : lists_(legs, runners), countOf_(static_cast<std::size_t>(runners)) {}
 
   /// Writes down the partners of all runners of a group, up to `limit` for each of them.
   void record(int legNo, const LegPassings& passings, int group, std::span<const CloseGroup> close,
@@ -34,6 +35,7 @@ class PartnerLog {
   static int runnerOf(Entry entry) { return static_cast<int>(static_cast<std::uint32_t>(entry)); }
 
   LegMajorTable<List> lists_;
+  std::vector<std::int64_t> countOf_;  // by runner, all legs
   std::vector<Entry> entries_;
   std::int64_t count_ = 0;
 };
