@@ -7,6 +7,7 @@ namespace larkstone {
 namespace {
 
 constexpr int longList = 100;
+constexpr int wordBits = 64;
 
 std::uint32_t keyOf(Code code) { return static_cast<std::uint16_t>(code); }
 std::uint32_t keyOf(Code beginCode, Code endCode) {
@@ -39,65 +40,92 @@ int LegFinder::Positions::first(std::uint32_t key, int offset) const {
   return found == entries_.end() || *found >> 32 != key ? -1 : static_cast<int>(*found & 0xFFFF);
 }
 
+LegFinder::Index::Index(const LRKLegs& list) {
+  for (Positions* positions : {&legs, &beginCodes, &endCodes}) positions->reserve(list.count());
+  for (int i = 0; i < list.count(); ++i) {
+    legs.add(keyOf(list.beginCode(i), list.endCode(i)), i);
+    beginCodes.add(keyOf(list.beginCode(i)), i);
+    endCodes.add(keyOf(list.endCode(i)), i);
+  }
+  for (Positions* positions : {&legs, &beginCodes, &endCodes}) positions->sort();
+}
+
 LegFinder::LegFinder(const LRKLegs& wanted, LRKLegs& searched, const LRKCodes& codesEqualToStart,
                      const LRKCodes& codesEqualToFinish)
     : wanted_(wanted),
       searched_(searched),
       codesEqualToStart_(codesEqualToStart),
       codesEqualToFinish_(codesEqualToFinish),
-      isLong_(searched.count() >= longList) {
+      taken_(static_cast<std::size_t>(searched.count()) / wordBits + 1) {
   searched.unmarkLegs();
-  if (!isLong_) return;
-  for (Positions* positions : {&legs_, &beginCodes_, &endCodes_}) {
-    positions->reserve(searched.count());
+}
+
+const LegFinder::Index* LegFinder::index() {
+  if (searched_.count() < longList) return nullptr;
+  if (!index_) index_.emplace(searched_);
+  return &*index_;
+}
+
+// A runner on the course runs its legs one after the other: mostly the next one is wanted.
+int LegFinder::legIndex(Code beginCode, Code endCode, int offset) {
+  if (offset < searched_.count() && searched_.beginCode(offset) == beginCode &&
+      searched_.endCode(offset) == endCode) {
+    return offset;
   }
-  for (int i = 0; i < searched.count(); ++i) {
-    legs_.add(keyOf(searched.beginCode(i), searched.endCode(i)), i);
-    beginCodes_.add(keyOf(searched.beginCode(i)), i);
-    endCodes_.add(keyOf(searched.endCode(i)), i);
+  const Index* index = this->index();
+  return index != nullptr ? index->legs.first(keyOf(beginCode, endCode), offset)
+                          : searched_.legIndex(beginCode, endCode, offset);
+}
+
+int LegFinder::beginCodeIndex(Code beginCode, int offset) {
+  if (offset < searched_.count() && searched_.beginCode(offset) == beginCode) return offset;
+  const Index* index = this->index();
+  return index != nullptr ? index->beginCodes.first(keyOf(beginCode), offset)
+                          : searched_.beginCodeIndex(beginCode, offset);
+}
+
+int LegFinder::endCodeIndex(Code endCode, int offset) {
+  if (offset < searched_.count() && searched_.endCode(offset) == endCode) return offset;
+  const Index* index = this->index();
+  return index != nullptr ? index->endCodes.first(keyOf(endCode), offset)
+                          : searched_.endCodeIndex(endCode, offset);
+}
+
+bool LegFinder::anyTaken(int first, int last) const {
+  const auto bits = [](int count) { return (std::uint64_t{1} << count) - 1; };
+  const int firstWord = first / wordBits;
+  const int lastWord = last / wordBits;
+  for (int word = firstWord; word <= lastWord; ++word) {
+    std::uint64_t taken = taken_[static_cast<std::size_t>(word)];
+    if (word == firstWord) taken &= ~bits(first % wordBits);
+    if (word == lastWord) taken &= bits(last % wordBits) << 1 | 1;
+    if (taken != 0) return true;
   }
-  for (Positions* positions : {&legs_, &beginCodes_, &endCodes_}) positions->sort();
+  return false;
 }
 
-int LegFinder::legIndex(Code beginCode, Code endCode, int offset) const {
-  return isLong_ ? legs_.first(keyOf(beginCode, endCode), offset)
-                 : searched_.legIndex(beginCode, endCode, offset);
-}
-
-int LegFinder::beginCodeIndex(Code beginCode, int offset) const {
-  return isLong_ ? beginCodes_.first(keyOf(beginCode), offset)
-                 : searched_.beginCodeIndex(beginCode, offset);
-}
-
-int LegFinder::endCodeIndex(Code endCode, int offset) const {
-  return isLong_ ? endCodes_.first(keyOf(endCode), offset)
-                 : searched_.endCodeIndex(endCode, offset);
-}
-
-LegMatch LegFinder::searchLeg(Code beginCode, Code endCode, int offset) const {
+LegMatch LegFinder::searchLeg(Code beginCode, Code endCode, int offset) {
   const int found = legIndex(beginCode, endCode, offset);
   if (found < 0 || searched_.marked(found)) return {};
   return {found, found, false};
 }
 
-LegMatch LegFinder::searchRun(Code beginCode, Code endCode, int offset) const {
+LegMatch LegFinder::searchRun(Code beginCode, Code endCode, int offset) {
   const int first = beginCodeIndex(beginCode, offset);
   const int last = first < 0 ? -1 : endCodeIndex(endCode, first);
   if (last < 0) return {};
-  const auto taken = taken_.lower_bound(first);
-  if (taken != taken_.end() && *taken <= last) return {};
-  return {first, last, false};
+  return anyTaken(first, last) ? LegMatch{} : LegMatch{first, last, false};
 }
 
-LegMatch LegFinder::findLeg(int legNo, int lastMatch, bool allowRearrangement) const {
+LegMatch LegFinder::findLeg(int legNo, int lastMatch, bool allowRearrangement) {
   return find(&LegFinder::searchLeg, legNo, lastMatch, allowRearrangement);
 }
 
-LegMatch LegFinder::findRun(int legNo, int lastMatch, bool allowRearrangement) const {
+LegMatch LegFinder::findRun(int legNo, int lastMatch, bool allowRearrangement) {
   return find(&LegFinder::searchRun, legNo, lastMatch, allowRearrangement);
 }
 
-LegMatch LegFinder::find(Search search, int legNo, int lastMatch, bool allowRearrangement) const {
+LegMatch LegFinder::find(Search search, int legNo, int lastMatch, bool allowRearrangement) {
   const Code begin = wanted_.beginCode(legNo);
   const Code end = wanted_.endCode(legNo);
   LegMatch match = (this->*search)(begin, end, lastMatch + 1);
@@ -107,7 +135,7 @@ LegMatch LegFinder::find(Search search, int legNo, int lastMatch, bool allowRear
   return match ? match : findUnderOtherCodes(search, legNo, lastMatch);
 }
 
-LegMatch LegFinder::findUnderOtherCodes(Search search, int legNo, int lastMatch) const {
+LegMatch LegFinder::findUnderOtherCodes(Search search, int legNo, int lastMatch) {
   const Code begin = wanted_.beginCode(legNo);
   const Code end = wanted_.endCode(legNo);
   if (isStartCode(begin) || codesEqualToStart_.codeExists(begin)) {
@@ -127,7 +155,7 @@ void LegFinder::take(const LegMatch& match) {
   if (!match) return;
   for (int i = match.first; i <= match.last; ++i) {
     searched_.marked(i, true);
-    taken_.insert(taken_.end(), i);
+    taken_[static_cast<std::size_t>(i / wordBits)] |= std::uint64_t{1} << i % wordBits;
   }
 }
 

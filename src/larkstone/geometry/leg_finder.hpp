@@ -4,7 +4,7 @@
 // mapping of a runner onto a course.
 
 #include <cstdint>
-#include <set>
+#include <optional>
 #include <vector>
 
 #include "larkstone/geometry/codes.hpp"
@@ -33,15 +33,15 @@ class LegFinder {
             const LRKCodes& codesEqualToFinish);
 
   /// A single leg of `searched` with the codes of leg `legNo`.
-  LegMatch findLeg(int legNo, int lastMatch, bool allowRearrangement) const;
+  LegMatch findLeg(int legNo, int lastMatch, bool allowRearrangement);
   /// A run of consecutive legs from the begin code to the end code.
-  LegMatch findRun(int legNo, int lastMatch, bool allowRearrangement) const;
+  LegMatch findRun(int legNo, int lastMatch, bool allowRearrangement);
 
   /// Marks what was found, so that it is not found again.
   void take(const LegMatch& match);
 
  private:
-  using Search = LegMatch (LegFinder::*)(Code beginCode, Code endCode, int offset) const;
+  using Search = LegMatch (LegFinder::*)(Code beginCode, Code endCode, int offset);
 
   /// Positions of legs by what they are looked for under, so that long lists are not walked through
   /// again and again.
@@ -59,24 +59,30 @@ class LegFinder {
     }
     std::vector<std::uint64_t> entries_;
   };
+  struct Index {
+    explicit Index(const LRKLegs& list);
+    Positions legs;
+    Positions beginCodes;
+    Positions endCodes;
+  };
 
-  int legIndex(Code beginCode, Code endCode, int offset) const;
-  int beginCodeIndex(Code beginCode, int offset) const;
-  int endCodeIndex(Code endCode, int offset) const;
-  LegMatch searchLeg(Code beginCode, Code endCode, int offset) const;
-  LegMatch searchRun(Code beginCode, Code endCode, int offset) const;
-  LegMatch find(Search search, int legNo, int lastMatch, bool allowRearrangement) const;
-  LegMatch findUnderOtherCodes(Search search, int legNo, int lastMatch) const;
+  /// The index of a long list, made when the first search does not find its leg right away.
+  const Index* index();
+  int legIndex(Code beginCode, Code endCode, int offset);
+  int beginCodeIndex(Code beginCode, int offset);
+  int endCodeIndex(Code endCode, int offset);
+  bool anyTaken(int first, int last) const;
+  LegMatch searchLeg(Code beginCode, Code endCode, int offset);
+  LegMatch searchRun(Code beginCode, Code endCode, int offset);
+  LegMatch find(Search search, int legNo, int lastMatch, bool allowRearrangement);
+  LegMatch findUnderOtherCodes(Search search, int legNo, int lastMatch);
 
   const LRKLegs& wanted_;
   LRKLegs& searched_;
   const LRKCodes& codesEqualToStart_;
   const LRKCodes& codesEqualToFinish_;
-  const bool isLong_;  // only long lists have positions
-  Positions legs_;
-  Positions beginCodes_;
-  Positions endCodes_;
-  std::set<int> taken_;
+  std::optional<Index> index_;
+  std::vector<std::uint64_t> taken_;  // a bit per leg
 };
 
 }  // namespace larkstone
