@@ -21,7 +21,6 @@
 #include "cli/json_writer.hpp"
 #include "cli/output.hpp"
 #include "cli/program.hpp"
-#include "cli/report.hpp"
 
 namespace larkstone::cli {
 
@@ -136,7 +135,7 @@ std::string counted(int count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-// The courses of one category; false when the user asked to stop.
+// Both ways to write a category return false when the user asked to stop.
 bool writeText(Output& output, const LRKCategory& category) {
   output.write((category.name().empty() ? "(no name)" : category.name()) + ": " +
                counted(category.noOfRunners(), "runner") + ", " + nameOf(category.courseType()) +
@@ -210,48 +209,31 @@ bool writeJson(JsonWriter& json, const LRKCategory& category) {
   return true;
 }
 
-// Hands every chosen category to write(category) until it returns false.
-template <class Write>
-bool forEachCategory(LRKEvent& event, const std::vector<int>& indices, const CommonOptions& common,
-                     Write write) {
-  Progress progress(common, "courses");
-  for (std::size_t i = 0; i < indices.size(); ++i) {
-    const auto category = event.category(indices[i]);
-    if (category && !write(*category)) return false;
-    progress.show(static_cast<double>(i + 1) / static_cast<double>(indices.size()));
-  }
-  return true;
-}
-
 int coursesCommand(const CoursesOptions& options) {
   const InterruptGuard guard;
   const EventInput input = openInput(options.file, options.common);
   if (!input.event) return input.exitCode;
-  LRKEvent& event = *input.event;
   std::vector<int> indices;
-  if (!findCategories(event, options.file, options.categories, indices)) return exitFailed;
+  if (!findCategories(*input.event, options.file, options.categories, indices)) return exitFailed;
 
   Output output(options.common.output);
-  bool done = false;
+  JsonWriter json(output);
   if (options.json) {
-    JsonWriter json(output);
     json.beginObject();
-    writeEventHead(json, event);
+    writeEventHead(json, *input.event);
     json.key("categories");
     json.beginArray();
-    done = forEachCategory(event, indices, options.common, [&json](const LRKCategory& category) {
-      return writeJson(json, category);
-    });
-    if (done) {
-      json.endArray();
-      json.endObject();
-    }
-  } else {
-    done = forEachCategory(event, indices, options.common, [&output](const LRKCategory& category) {
-      return writeText(output, category);
-    });
   }
-  if (!done) return exitInterrupted;
+  for (const int index : indices) {
+    const auto category = input.event->category(index);
+    if (!category) continue;
+    const bool done = options.json ? writeJson(json, *category) : writeText(output, *category);
+    if (!done) return exitInterrupted;
+  }
+  if (options.json) {
+    json.endArray();
+    json.endObject();
+  }
   return output.close() ? input.exitCode : exitFailed;
 }
 
