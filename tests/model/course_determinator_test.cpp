@@ -30,21 +30,17 @@ TEST(CourseDeterminatorTest, LegsOfEachCourseType) {
   const Row rows[] = {
       {__LINE__, ectyNormal, {"S-31-32-F", "S-31-32-F", "S-31-32-F"}, "S-31-32-F"},
       {__LINE__, ectyNormal, {"S-31-32-F", "S-31-33-F", "S-31-32-F"}, ""},
-      {__LINE__, ectyNormal, {"S-31-F", "S2-31-F"}, ""},
       {__LINE__, ectyNormal, {}, ""},
       {__LINE__, ectyRelay, {"S-31-32-F", "S-31-33-32-F"}, "S-31-32-F"},
       {__LINE__, ectyRelay, {"31-32", "33-34", "31-32"}, ""},
       {__LINE__, ectyOneManRelay, {loop12, loop21}, loop12},
       {__LINE__, ectyOneManRelay, {loop12, loop21}, loop21, 1},
       {__LINE__, ectyOneManRelay, {loop12, loop21, "S-50-1-50-F"}, ""},
-      {__LINE__, ectyOneManRelay, {loop12, loop21, "S-50-1-50-1-50-F"}, ""},
       {__LINE__, ectyOneManRelay, {loop12, loop21, "S-50-2-50-1-50-F-31"}, ""},
-      {__LINE__, ectyOneManRelay, {"S-31-F"}, "S-31-F"},
       // Each leg is found at its first place only.
       {__LINE__, ectyOneManRelay, {"S-50-1-50-1-50-F"}, "S-50-1-50-1-50-F"},
       {__LINE__, ectyOneManRelay, {"S-50-1-50-1-50-F", "S-50-1-50-1-50-F"}, ""},
       // 100 and 200 were punched where others have the start and the finish.
-      {__LINE__, ectyOneManRelay, {"S-31-F", "100-31-F", "S-31-200"}, "S-31-F"},
       {__LINE__, ectyOneManRelay, {"S-31-F", "100-31-F", "S-31-200"}, "100-31-F", 1},
       {__LINE__, ectyOneManRelay, {"S-31-F", "100-31-F", "101-31-200"}, "S-31-F"},
       {__LINE__, ectyOneManRelay, {"S-31-F", "S2-31-F3"}, "S-31-F"},
@@ -54,7 +50,6 @@ TEST(CourseDeterminatorTest, LegsOfEachCourseType) {
       {__LINE__, ectyCommonLegs, {loop12, loop21}, loop21, 1},
       {__LINE__, ectyCommonLegs, {"S-1-2-3", "S-1-2", "1-2-3"}, "1-2"},
       {__LINE__, ectyCommonLegs, {"1-2", "1-2-1-2"}, "1-2,1-2", 1},
-      {__LINE__, ectyCommonLegs, {"1-2", "2-1"}, ""},
       {__LINE__, ectyCommonLegs, {"1-2", "1-2"}, "", -1},
       {__LINE__, ectyRogaining, {"31-32", "32-31"}, "31-32-31"},
       {__LINE__, ectyRogaining, {"32-31-F", "S2-40", "S-32-31"}, "S-32,S2-40,31-F,32-31"},
@@ -86,7 +81,6 @@ TEST(CourseDeterminatorTest, LegsAreKeptUntilSomethingIsAdded) {
 
   determinator.addRunnersFromArray(1, {runner("S-2-F"), runner("S-9-F")});
   EXPECT_EQ(textOf(determinator.getCourseLegs(ectyCommonLegs)), "2-F");
-  EXPECT_EQ(determinator.getCourseLegs(ectyRogaining, true).count(), 5);
   determinator.addRunner(runner("9-8"));
   EXPECT_EQ(textOf(determinator.getCourseLegs(ectyCommonLegs)), "");
   EXPECT_EQ(determinator.getCourseLegs(ectyRogaining, true).count(), 6);
