@@ -155,11 +155,15 @@ int categoryNamed(const LRKEvent& event, const std::string& name) {
 
 }  // namespace
 
-void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
-  command.add_option("-c,--category", options.categories, "A category by name; may be repeated")
+void addCategoryOption(CLI::App& command, std::vector<std::string>& names) {
+  command.add_option("-c,--category", names, "A category by name; may be repeated")
       ->type_name("NAME")
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
+  addCategoryOption(command, options.categories);
   addChoice<enmRequiredLegs>(command, "--required-legs", options.requiredLegs,
                              "Which legs of the course a runner must have run",
                              {{"exactly-all", erqlExactlyAll},
@@ -201,10 +205,10 @@ void addAnalysisOptions(CLI::App& command, AnalysisOptions& options) {
       ->capture_default_str();
 }
 
-bool findCategories(const LRKEvent& event, const std::string& file, const AnalysisOptions& options,
-                    std::vector<int>& indices) {
+bool findCategories(const LRKEvent& event, const std::string& file,
+                    const std::vector<std::string>& names, std::vector<int>& indices) {
   indices.clear();
-  for (const std::string& name : options.categories) {
+  for (const std::string& name : names) {
     const int index = categoryNamed(event, name);
     if (index < 0) {
       sayError(file, "no category named '" + name + "'");
@@ -212,7 +216,7 @@ bool findCategories(const LRKEvent& event, const std::string& file, const Analys
     }
     indices.push_back(index);
   }
-  if (options.categories.empty()) {
+  if (names.empty()) {
     for (int i = 0; i < event.noOfCategories(); ++i) indices.push_back(i);
   }
   return true;

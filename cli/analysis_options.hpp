@@ -47,12 +47,14 @@ struct AnalysisOptions {
   std::string courseLegs = "auto";
 };
 
+/// Adds --category.
+void addCategoryOption(CLI::App& command, std::vector<std::string>& names);
 void addAnalysisOptions(CLI::App& command, AnalysisOptions& options);
 
-/// The display indices of the categories that the options name, all without a name. False, after
+/// The display indices of the categories with these names, of all without a name. False, after
 /// saying so, when one of them is not there.
-bool findCategories(const LRKEvent& event, const std::string& file, const AnalysisOptions& options,
-                    std::vector<int>& indices);
+bool findCategories(const LRKEvent& event, const std::string& file,
+                    const std::vector<std::string>& names, std::vector<int>& indices);
 
 /// The category's course, calculated but not yet sorted.
 std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,

@@ -88,7 +88,8 @@ int analyse(const AnalyseOptions& options) {
   const EventInput input = openInput(options.file, options.common);
   if (!input.event) return input.exitCode;
   std::vector<int> categories;
-  if (!findCategories(*input.event, options.file, options.analysis, categories)) return exitFailed;
+  if (!findCategories(*input.event, options.file, options.analysis.categories, categories))
+    return exitFailed;
 
   Output output(options.common.output);
   const auto write = options.csv ? writeCsv : options.summary ? writeSummary : writeJson;

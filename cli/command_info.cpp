@@ -9,6 +9,7 @@
 #include "larkstone/event/event.hpp"
 
 #include "cli/event_input.hpp"
+#include "cli/forkings.hpp"
 #include "cli/interrupt.hpp"
 #include "cli/json_writer.hpp"
 #include "cli/output.hpp"
@@ -138,11 +139,6 @@ void writeJson(Output& output, LRKEvent& event) {
   for (int i = 0; i < event.noOfDerivedCourses(); ++i) writeDerivedCourseJson(json, event, i);
   json.endArray();
   json.endObject();
-}
-
-const char* nameOf(enmCourseType type) {
-  constexpr const char* names[] = {"normal", "relay", "one-man relay", "common legs", "rogaining"};
-  return type >= ectyNormal && type <= ectyRogaining ? names[type] : "unknown";
 }
 
 std::string controlsText(const LRKCategory& category) {

@@ -96,7 +96,8 @@ int tableCommand(const TableOptions& options) {
   const EventInput input = openInput(options.file, options.common);
   if (!input.event) return input.exitCode;
   std::vector<int> categories;
-  if (!findCategories(*input.event, options.file, options.analysis, categories)) return exitFailed;
+  if (!findCategories(*input.event, options.file, options.analysis.categories, categories))
+    return exitFailed;
   if (categories.empty()) {
     sayError(options.file, "there is no category");
     return exitFailed;

@@ -1,7 +1,6 @@
 #include "cli/course_choice.hpp"
 
 #include <algorithm>
-#include <map>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -9,29 +8,11 @@
 #include "larkstone/core/code_text.hpp"
 #include "larkstone/core/text.hpp"
 
+#include "cli/forkings.hpp"
+
 namespace larkstone::cli {
 
 namespace {
-
-// A sequence of controls and how many ran it, in the order of first appearance.
-struct Sequence {
-  std::vector<Code> codes;
-  int runners = 0;
-};
-
-std::vector<Sequence> sequencesOf(const LRKCategory& category, bool onlyOK) {
-  std::vector<Sequence> sequences;
-  std::map<std::vector<Code>, std::size_t> index;
-  for (int i = 0; i < category.noOfRunners(); ++i) {
-    const LRKRunner& runner = category.runner(i);
-    if (onlyOK && runner.status() != estaOK) continue;
-    std::vector<Code> codes = runner.punches().codeArray();
-    const auto [found, isNew] = index.try_emplace(codes, sequences.size());
-    if (isNew) sequences.push_back({std::move(codes), 0});
-    ++sequences[found->second].runners;
-  }
-  return sequences;
-}
 
 LRKCodes codesOf(const std::vector<Code>& codes) {
   LRKCodes list;
@@ -80,7 +61,7 @@ bool isControlText(std::string_view text) {
 
 CourseChoice chooseCourse(const LRKCategory& category) {
   const std::vector<Sequence> ofOK = sequencesOf(category, true);
-  const std::vector<Sequence> all = ofOK.empty() ? sequencesOf(category, false) : ofOK;
+  const std::vector<Sequence> all = ofOK.empty() ? sequencesOf(category) : ofOK;
   if (all.empty()) return {};
   const auto most =
       std::max_element(all.begin(), all.end(),

@@ -20,6 +20,7 @@ constexpr Command commands[] = {
     {"detect", "Tell the format of files", declareDetect},
     {"import", "Import result lists into an event file", declareImport},
     {"info", "Describe an event and its categories", declareInfo},
+    {"courses", "Tell which courses the runners of a category ran", declareCourses},
     {"analyse", "Calculate the split-time analysis and print it", declareAnalyse},
     {"table", "Write the split table of one category", declareTable},
 };

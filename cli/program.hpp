@@ -35,6 +35,7 @@ using Run = std::function<int()>;
 Run declareDetect(CLI::App& command);
 Run declareImport(CLI::App& command);
 Run declareInfo(CLI::App& command);
+Run declareCourses(CLI::App& command);
 Run declareAnalyse(CLI::App& command);
 Run declareTable(CLI::App& command);
 

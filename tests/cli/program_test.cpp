@@ -70,7 +70,7 @@ class ProgramTest : public testing::Test {
 };
 
 TEST_F(ProgramTest, EveryCommandExplainsItself) {
-  for (const char* command : {"detect", "import", "info", "analyse", "table"}) {
+  for (const char* command : {"detect", "import", "info", "courses", "analyse", "table"}) {
     for (const std::string& arguments :
          {std::string(command) + " --help", "help " + std::string(command)}) {
       const Result result = run(arguments);
@@ -327,6 +327,53 @@ TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
   const std::string captions = folder_.write("captions.txt", "name\tNamn\tJm\xE9no\n");
   EXPECT_NE(run("table --language " + captions + ":1 " + race_).out.find("Jméno"),
             std::string::npos);
+}
+
+std::string listOf(const std::string& name, std::initializer_list<std::vector<int>> runners) {
+  std::string xml = "<ClassResult><Class><Name>" + name + "</Name></Class>";
+  for (const std::vector<int>& controls : runners) {
+    xml += "<PersonResult><Person><Name><Family>X</Family></Name></Person><Result>";
+    xml += "<StartTime>2026-05-03T10:00:00</StartTime><Time>900</Time><Status>OK</Status>";
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+      xml += "<SplitTime><ControlCode>" + std::to_string(controls[i]) + "</ControlCode><Time>" +
+             std::to_string(60 * (i + 1)) + "</Time></SplitTime>";
+    }
+    xml += "</Result></PersonResult>";
+  }
+  return xml + "</ClassResult>";
+}
+
+TEST_F(ProgramTest, CoursesRunAndCoursesThatFit) {
+  const std::string list = folder_.write(
+      "courses.xml",
+      "<?xml version=\"1.0\"?><ResultList xmlns=\"http://www.orienteering.org/datastandard/3.0\" "
+      "iofVersion=\"3.0\" creator=\"test\"><Event><Name>E</Name></Event>" +
+          listOf("Relay", {{31, 42, 33}, {31, 41, 33}, {31, 41, 33}}) +
+          listOf("Loops", {{50, 1, 50, 2, 50}, {50, 2, 50, 1, 50}}) + "</ResultList>");
+  const Json courses = Json::parse(run("courses --json -c Relay " + list).out)["categories"];
+  ASSERT_EQ(courses.size(), 1U);
+  EXPECT_EQ(courses[0]["name"], "Relay");
+  EXPECT_EQ(courses[0]["forkings"], Json::parse(R"([{"codes": "S-31-41-33-F", "noOfRunners": 2},
+                            {"codes": "S-31-42-33-F", "noOfRunners": 1}])"));
+  EXPECT_EQ(courses[0]["courses"], Json::parse(R"([
+      {"courseType": 0, "noOfLegs": 0, "legs": "", "noOfRunners": 0},
+      {"courseType": 1, "noOfLegs": 3, "legs": "S-31-33-F", "noOfRunners": 3},
+      {"courseType": 2, "noOfLegs": 0, "legs": "", "noOfRunners": 0},
+      {"courseType": 3, "noOfLegs": 2, "legs": "S-31,33-F", "noOfRunners": 3},
+      {"courseType": 4, "noOfLegs": 6, "legs": "S-31-41,31-42,33-F,41-33,42-33",
+       "noOfRunners": 3}])"));
+  const Result loops = run("courses -c loops " + list);
+  EXPECT_EQ(loops.exitCode, 0);
+  EXPECT_EQ(loops.out.substr(loops.out.find('\n')), R"(
+  1 runner: S-50-1-50-2-50-F
+  1 runner: S-50-2-50-1-50-F
+  normal: none
+  relay: 2 runners, 4 legs: S-50-50-50-F
+  one-man relay: 2 runners, 6 legs: S-50-1-50-2-50-F
+  common legs: 2 runners, 6 legs: S-50-1-50-2-50-F
+  rogaining: 2 runners, 6 legs: S-50,1-50,2-50-1,50-2,50-F
+)");
+  EXPECT_EQ(run("courses -c None " + list).exitCode, 1);
 }
 
 TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {

@@ -18,6 +18,7 @@
 namespace larkstone {
 
 class LRKCategory;
+class LRKDerivedCourse;
 
 /// Every setting of a course that a host can read and write, with its default.
 struct CourseSettings {
@@ -129,6 +130,10 @@ class LRKCourse {
 
   /// A category that holds the course's runners in their order.
   LRKCategory toCategory() const;
+  /// The chosen legs by their codes, the addition style, the codes that act as start and finish,
+  /// and references to the chosen runners. What lies behind the end of a list is not chosen.
+  LRKDerivedCourse toDerivedCourse(const std::vector<bool>& includeRunner,
+                                   const std::vector<bool>& includeLeg) const;
   /// The finest accuracy of any punch time of any runner; hours without punches.
   enmTimeAccuracy getHighestTimeAccuracy() const;
 

@@ -1,8 +1,9 @@
-// Categories become courses, courses become categories.
+// Categories become courses, courses become categories and derived courses.
 
 #include "larkstone/analysis/course.hpp"
 #include "larkstone/geometry/tools.hpp"
 #include "larkstone/model/category.hpp"
+#include "larkstone/model/derived_course.hpp"
 
 namespace larkstone {
 
@@ -59,6 +60,29 @@ LRKCategory LRKCourse::toCategory() const {
   for (const LRKRunner& runner : runners_) category.addRunner(runner);
   category.updateForkingInfo();
   return category;
+}
+
+LRKDerivedCourse LRKCourse::toDerivedCourse(const std::vector<bool>& includeRunner,
+                                            const std::vector<bool>& includeLeg) const {
+  const auto includes = [](const std::vector<bool>& list, int index) {
+    return static_cast<std::size_t>(index) < list.size() && list[static_cast<std::size_t>(index)];
+  };
+  LRKDerivedCourse derived;
+  derived.name(name());
+  for (int i = 0; i < noOfLegs(); ++i) {
+    if (includes(includeLeg, i)) derived.legs().add(legs_.beginCode(i), legs_.endCode(i), 0, 0);
+  }
+  derived.requiredLegs(runnerAdditionStyleRequiredLegs());
+  derived.allowRearrangement(runnerAdditionStyleAllowRearrangement());
+  derived.allowMerging(runnerAdditionStyleAllowMerging());
+  derived.codesEqualToStart(codesEqualToStart_.clone());
+  derived.codesEqualToFinish(codesEqualToFinish_.clone());
+  for (int i = 0; i < noOfRunners(); ++i) {
+    if (includes(includeRunner, i)) {
+      derived.addRunner(runner(i).categoryIndex(), runner(i).runnerIndex());
+    }
+  }
+  return derived;
 }
 
 }  // namespace larkstone
