@@ -40,19 +40,6 @@ double parsed(std::string_view number) {
 
 }  // namespace
 
-std::int32_t roundHalfEven(double value) {
-  if (std::isnan(value)) return 0;
-  constexpr auto low = std::numeric_limits<std::int32_t>::min();
-  constexpr auto high = std::numeric_limits<std::int32_t>::max();
-  if (value <= low) return low;
-  if (value >= high) return high;
-  const double below = std::floor(value);
-  const double rest = value - below;
-  const auto floor = static_cast<std::int64_t>(below);
-  const bool up = rest > 0.5 || (rest == 0.5 && floor % 2 != 0);
-  return static_cast<std::int32_t>(floor + (up ? 1 : 0));
-}
-
 double leadingNumber(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
   const std::size_t length = numberLength(text);

@@ -3,18 +3,26 @@
 // Rounding and the reading of numbers from text, the same for every part of the library.
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
 namespace larkstone {
 
-/// The nearest integer, halves to the even neighbour; beyond 32 bits the nearest limit, 0 for NaN.
-std::int32_t roundHalfEven(double value);
-
-/// The same for sums beyond 32 bits (up to 51), as a whole number still: the addition rounds.
+/// The nearest whole number, halves to the even neighbour, for values within 51 bits: the addition
+/// rounds.
 inline double roundedHalfEven(double value) {
   constexpr double lastBitIsOne = 0x1.8p52;
   return value + lastBitIsOne - lastBitIsOne;
+}
+
+/// The same as an integer; beyond 32 bits the nearest limit, 0 for NaN.
+inline std::int32_t roundHalfEven(double value) {
+  constexpr auto low = std::numeric_limits<std::int32_t>::min();
+  constexpr auto high = std::numeric_limits<std::int32_t>::max();
+  if (value <= low) return low;
+  if (value >= high) return high;
+  return value != value ? 0 : static_cast<std::int32_t>(roundedHalfEven(value));
 }
 
 /// The decimal number that a text begins with, after leading blanks: sign, digits, one full stop,
