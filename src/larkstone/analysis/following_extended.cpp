@@ -44,8 +44,8 @@ class ExtendedFollowing : public FollowingMethod {
 
   void storePartners(int r) override {
     LRKRunner& runner = calculation_.runner(r);
-    runner.pulledRunners(pulled_.listsOf(r, calculation_.noOfLegs));
-    runner.followedRunners(followed_.listsOf(r, calculation_.noOfLegs));
+    runner.pulledRunners(pulled_.listsOf(r));
+    runner.followedRunners(followed_.listsOf(r));
   }
 
  private:

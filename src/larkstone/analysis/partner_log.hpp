@@ -16,14 +16,16 @@ namespace larkstone {
 class PartnerLog {
  public:
   PartnerLog(int legs, int runners)
-      : lists_(legs, runners), countOf_(static_cast<std::size_t>(runners)) {}
+      : legs_(static_cast<std::size_t>(legs)),
+        lists_(legs_ * static_cast<std::size_t>(runners)),
+        countOf_(static_cast<std::size_t>(runners)) {}
 
   /// Writes down the partners of all runners of a group, up to `limit` for each of them.
   void record(int legNo, const LegPassings& passings, int group, std::span<const CloseGroup> close,
               float CloseGroup::*share, std::int64_t limit);
   /// How many partners all runners together have.
   std::int64_t count() const { return count_; }
-  PartnerLists listsOf(int runner, int legs) const;
+  PartnerLists listsOf(int runner) const;
 
  private:
   struct List {
@@ -34,7 +36,8 @@ class PartnerLog {
   using Entry = std::uint64_t;
   static int runnerOf(Entry entry) { return static_cast<int>(static_cast<std::uint32_t>(entry)); }
 
-  LegMajorTable<List> lists_;
+  std::size_t legs_;
+  std::vector<List> lists_;            // leg by leg for each runner
   std::vector<std::int64_t> countOf_;  // by runner, all legs
   std::vector<Entry> entries_;
   std::int64_t count_ = 0;

@@ -21,7 +21,11 @@ class PartnerLists {
   }
   /// Keeps the partners that are there; new ones are 0.
   void count(int legNo, int count);
-  void reserve(std::size_t partners) { partners_.reserve(partners); }
+  /// Makes room for that many partners on that many legs.
+  void reserve(std::size_t partners, int legs) {
+    partners_.reserve(partners);
+    end_.reserve(static_cast<std::size_t>(legs));
+  }
   /// Adds a partner to the list of the last leg that has one, or of a later leg.
   void append(int legNo, Partner partner) {
     const auto leg = static_cast<std::size_t>(legNo);
