@@ -1,9 +1,8 @@
 // Calculation against sorting the same numbers.
 
-#include <array>
-
 #include "bench/fields.hpp"
 #include "bench/measure.hpp"
+#include "bench/sorting_floor.hpp"
 
 namespace larkstone::bench {
 namespace {
@@ -43,6 +42,7 @@ BENCHMARK(calculateInterval)
     ->Args({1000, 30, 30})
     ->Args({1000, 30, 5})
     ->Args({32000, 30, 5})
+    ->MinTime(2)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
@@ -57,7 +57,7 @@ void calculateGrowth(benchmark::State& state) {
         course.calculate();
       });
 }
-BENCHMARK(calculateGrowth)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(calculateGrowth)->MinTime(5)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace larkstone::bench

@@ -44,6 +44,29 @@ BENCHMARK_CAPTURE(addRunners, exactly, Style{erqlExactlyAll, false, false})->App
 BENCHMARK_CAPTURE(addRunners, rearranged, Style{erqlAtLeastOne, true, false})->Apply(sizes);
 BENCHMARK_CAPTURE(addRunners, merged, Style{erqlAtLeastOne, false, true})->Apply(sizes);
 
+// Whether runners ran the course, against comparing their codes with it. Arguments as above.
+void matchLegs(benchmark::State& state) {
+  const auto count = static_cast<int>(state.range(1));
+  const LRKCodes codes = courseCodes(count);
+  std::vector<LRKLegs> runs;
+  for (const LRKRunner& runner : intervalStart(static_cast<int>(state.range(0)), count, 100)) {
+    runs.push_back(runner.punches().toLegs());
+  }
+  compare(
+      state, [&] { return codes.toLegs(); },
+      [&](LRKLegs& course) {
+        for (const LRKLegs& run : runs) {
+          benchmark::DoNotOptimize(run.legsMatch(course, erqlExactlyAll, false, false, {}, {}));
+        }
+      },
+      [&] {
+        for (const LRKLegs& run : runs) {
+          benchmark::DoNotOptimize(run.codeArray() == codes.codes());
+        }
+      });
+}
+BENCHMARK(matchLegs)->Apply(sizes);
+
 // A course that nobody ran: every leg is looked for everywhere.
 void addRunnersOfAnotherCourse(benchmark::State& state) {
   const auto legs = static_cast<int>(state.range(0));

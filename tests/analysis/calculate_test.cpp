@@ -38,6 +38,7 @@ TEST(CalculateTest, TellsItsStagesInOrder) {
       {23, etlcCompareToTopTime, false, "0,1,1,2,3,3,4,4,6,6,7,7,"},
       {23, etlcCompareToBestTime, true, "0,1,1,2,3,3,4,4,5,5,6,6,7,7,"},
       {7, etlcCompareToBestTime, false, "0,1,1,2,4,4,6,6,7,7,"},
+      {8, etlcCompareToTopTime, false, "0,1,1,2,3,3,6,6,8,8,"},
       {0, etlcCompareToTopTime, true, "0,1,1,2,3,3,6,6,"},
       {4, etlcCompareToBestTime, true, "0,1,1,2,6,6,"},
       {1, 2, true, "0,1,1,2,5,5,6,6,"},
@@ -112,7 +113,9 @@ std::map<std::string, std::vector<double>> resultsOf(const LRKCourse& course) {
     for (int r = 0; r < course.noOfRunners(); ++r) {
       const LRKRunner& runner = course.runner(r);
       add(runner.name(), runner.timeLoss(i, elstTotal), runner.performanceIndex(i, elstTotal),
-          runner.coursePerformanceIndexWithoutTimeLoss(), runner.coursePercentualTimeLoss());
+          runner.coursePerformanceIndexWithoutTimeLoss(), runner.coursePercentualTimeLoss(),
+          runner.followingIndex(i), runner.pullIndex(i), runner.courseFollowingIndex(),
+          runner.followingBenefitTime(i, elstTotal), runner.noOfPulledRunners(i));
     }
     for (int number = 0; number < LRK_LEG_STYLES; ++number) {
       const auto style = static_cast<enmLegStyle>(number);
@@ -133,17 +136,18 @@ TEST(CalculateTest, CanBeRepeatedAndKnowsNoOrder) {
       SCOPED_TRACE(seed);
       LRKCourse course = randomCourse(seed, 150);
       course.timeLossCalculationMethod(method);
+      course.pfIndexCalculationMethod(seed < 3 ? elfiExtended : elfiBasic);
       course.timesWithoutTimeLoss(seed % 3 == 0);
       LRKCourse shuffled = course;
-      course.calculate(flagsOf(23));
+      course.calculate();
       const auto results = resultsOf(course);
-      course.calculate(flagsOf(23));
+      course.calculate();
       EXPECT_EQ(resultsOf(course), results);
 
       std::vector<double> keys(150);
       std::generate(keys.begin(), keys.end(), std::mt19937(seed));
       shuffled.sortRunnersByNumericArray(keys, std::vector<bool>(150, true));
-      shuffled.calculate(flagsOf(23));
+      shuffled.calculate();
       EXPECT_EQ(resultsOf(shuffled), results);
     }
   }
