@@ -1,7 +1,8 @@
 #include "cli/json_writer.hpp"
 
+#include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include <nlohmann/json.hpp>
 
@@ -44,8 +45,9 @@ void JsonWriter::end(char bracket) {
 
 void JsonWriter::key(std::string_view name) {
   separate();
-  output_.write(quoted(name));
-  output_.write(": ");
+  output_.write("\"");
+  output_.write(name);
+  output_.write("\": ");
   afterKey_ = true;
 }
 
@@ -56,9 +58,10 @@ void JsonWriter::raw(std::string_view token) {
 
 void JsonWriter::decimal(double value, int digits) {
   if (!std::isfinite(value)) return null();
-  char text[40];
-  std::snprintf(text, sizeof text, "%.*g", digits, value);
-  raw(text);
+  std::array<char, 40> text;
+  const auto written = std::to_chars(text.data(), text.data() + text.size(), value,
+                                     std::chars_format::general, digits);
+  raw({text.data(), written.ptr});
 }
 
 void JsonWriter::text(std::string_view utf8) { raw(quoted(utf8)); }

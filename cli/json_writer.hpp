@@ -24,6 +24,7 @@ class JsonWriter {
   /// The next element of the innermost array starts on a line of its own.
   void newLine() { lineBreak_ = true; }
 
+  /// Written as it stands: a name of ours, nothing to escape.
   void key(std::string_view name);
   void text(std::string_view utf8);
   void number(std::int64_t value);
