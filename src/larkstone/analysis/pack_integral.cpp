@@ -107,7 +107,7 @@ double PackIntegral::largestWeight(std::span<const GapLine> lines, std::size_t s
   // larger (by more than rounding can hide) than that of the best one cannot weigh more.
   const double fall = static_cast<double>(weight_.far()) - weight_.close();
   const auto limitFor = [&](double weight) {
-    return fall > 0 ? weight_.far() + 1 - weight * fall : std::numeric_limits<double>::infinity();
+    return fall > 0 ? weight_.far() + 1.0 - weight * fall : std::numeric_limits<double>::infinity();
   };
   double largest = weightOf(lines[largest_]);
   double limit = limitFor(largest);
