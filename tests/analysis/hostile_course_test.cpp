@@ -136,6 +136,11 @@ TEST(HostileCourseTest, AFullCourseRefusesTheNextRunner) {
   course.calculate();
   EXPECT_EQ(course.runner(0).place(0, elstPassingEnd), 1);
   EXPECT_EQ(course.runner(5).place(0, elstPassingEnd), 32767);
+  // All others run side by side; only so many of them are listed.
+  EXPECT_EQ(course.runner(0).followingIndex(0), 0.5F);
+  EXPECT_EQ(course.runner(0).noOfFollowedRunners(0), 1024);
+  EXPECT_EQ(course.runner(0).followedRunnerIndex(0, 0), 1);
+  EXPECT_EQ(course.runner(5).followingIndex(0), 0);
 }
 
 }  // namespace

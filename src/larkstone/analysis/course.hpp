@@ -67,6 +67,9 @@ class LRKCourse {
   /// Which of a runner's leg indices counts as the runner's normal speed (etlcCompareToTopTime).
   LRK_SETTING(timeLossPercentile, double)
   LRK_SETTING(timeLossCalculationMethod, enmTimeLossCalculationMethod)
+  /// Following: only the closest partners count (elfiBasic), or all that were met, who are then
+  /// listed with the runners (elfiExtended). A course lists up to 67 million partners; beyond,
+  /// lists of the leg and of later ones are cut to the strongest, but never below 16.
   LRK_SETTING(pfIndexCalculationMethod, enmPFIndexCalculationMethod)
   /// Leg times are cut to it; calculate() replaces etacAuto by the runners' finest accuracy.
   LRK_SETTING(timeAccuracy, enmTimeAccuracy)
@@ -83,7 +86,8 @@ class LRKCourse {
   LRK_SETTING(isCategoryCourse, bool)
 #undef LRK_SETTING
 
-  /// Time gaps that count as close in following; slots 0 and 1, any other reads 0.
+  /// Following: up to gap 0 two runners are together, from there to gap 1 less and less, beyond not
+  /// at all. Slots 0 and 1, any other reads 0.
   Time indexBreakpoint(int index) const {
     return index == 0 || index == 1 ? settings_.indexBreakpoint[index] : 0;
   }
