@@ -39,7 +39,10 @@ class LegPassings {
   struct Passing {
     std::uint64_t rowAndEnd;
     std::uint64_t beginAndRunner;
-    auto operator<=>(const Passing&) const = default;
+    bool operator<(const Passing& other) const {
+      return rowAndEnd != other.rowAndEnd ? rowAndEnd < other.rowAndEnd
+                                          : beginAndRunner < other.beginAndRunner;
+    }
   };
   struct Row {
     std::uint32_t number = 0;

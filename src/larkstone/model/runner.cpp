@@ -51,7 +51,8 @@ std::array<Time, LRK_LEG_STYLES> LRKRunner::times(int legNo) const {
 }
 
 Time LRKRunner::time(int legNo, enmLegStyle style) const {
-  return style >= elstLeg && style < LRK_LEG_STYLES ? times(legNo)[style] : 0;
+  return style >= elstLeg && style < LRK_LEG_STYLES ? times(legNo)[static_cast<std::size_t>(style)]
+                                                    : 0;
 }
 
 bool LRKRunner::timeIsEstimated(int legNo, enmLegStyle style) const {
