@@ -240,6 +240,116 @@ TEST_F(ExportTest, IofXml2HasItsOrderAndForms) {
 )"));
 }
 
+// A clock that passes midnight, and what is known by other words only.
+TEST_F(ExportTest, IofXml3CountsFromTheStart) {
+  event_.name("\"V\xE5r\"");  // not UTF-8
+  event_.startDate(dateOf({2026, 12, 31}));
+  event_.eventForm(eefmRelay);
+  event_.resultListStatus(erlsDelta);
+  LRKRunner ann = runnerNamed("Ann");
+  ann.status(estaOK);
+  ann.clubCountry("Norge");
+  ann.startTime(8637050);
+  ann.punches().add(8638050, 31);
+  ann.finishTime(8643075);
+  ann.extraPunches().add(8640000, 77);
+  ann.courseName("A");
+  LRKRunner bo = runnerNamed("Bo");
+  bo.status(estaOK);
+  bo.startTime(0);
+  bo.punches().add(LRK_NO_TIME, 31);
+  bo.finishTime(6005);
+  bo.courseName("B");
+  bo.courseLength(520050);
+  LRKRunner cid = runnerNamed("Cid");
+  cid.startTime(0);
+  cid.finishTime(LRK_NO_TIME);
+  LRKCategory category = categoryNamed("H", 0);
+  category.gender(egndMixed);
+  category.timeAccuracy(etacHundredthsSeconds);
+  category.addRunner(ann);
+  category.addRunner(bo);
+  category.addRunner(cid);
+  ASSERT_EQ(event_.addCategory(category), 0);
+  ASSERT_EQ(exporter_.exportEventToIOFXML3(event_, target_), 0);
+  EXPECT_EQ(bytesOf(target_), R"(<?xml version="1.0" encoding="UTF-8"?>
+<ResultList xmlns="http://www.orienteering.org/datastandard/3.0" iofVersion="3.0" creator="Larkstone" status="Delta">
+ <Event>
+  <Name>"Vår"</Name>
+  <StartTime>
+   <Date>2026-12-31</Date>
+  </StartTime>
+  <Form>Relay</Form>
+ </Event>
+ <ClassResult timeResolution="0.01">
+  <Class sex="B">
+   <Name>H</Name>
+  </Class>
+  <PersonResult>
+   <Person>
+    <Name>
+     <Family></Family>
+     <Given>Ann</Given>
+    </Name>
+   </Person>
+   <Organisation>
+    <Name></Name>
+    <Country code="">Norge</Country>
+   </Organisation>
+   <Result>
+    <StartTime>2026-12-31T23:59:30.50</StartTime>
+    <FinishTime>2027-01-01T00:00:30.75</FinishTime>
+    <Time>60.25</Time>
+    <TimeBehind>0.2</TimeBehind>
+    <Position>2</Position>
+    <Status>OK</Status>
+    <Course>
+     <Name>A</Name>
+    </Course>
+    <SplitTime>
+     <ControlCode>31</ControlCode>
+     <Time>10</Time>
+    </SplitTime>
+    <SplitTime status="Additional">
+     <ControlCode>77</ControlCode>
+     <Time>29.5</Time>
+    </SplitTime>
+   </Result>
+  </PersonResult>
+  <PersonResult>
+   <Person>
+    <Name>
+     <Family></Family>
+     <Given>Bo</Given>
+    </Name>
+   </Person>
+   <Result>
+    <Time>60.05</Time>
+    <TimeBehind>0</TimeBehind>
+    <Position>1</Position>
+    <Status>OK</Status>
+    <Course>
+     <Name>B</Name>
+     <Length>5200.5</Length>
+    </Course>
+    <SplitTime status="Missing">
+     <ControlCode>31</ControlCode>
+    </SplitTime>
+   </Result>
+  </PersonResult>
+  <PersonResult>
+   <Person>
+    <Name>
+     <Family></Family>
+     <Given>Cid</Given>
+    </Name>
+   </Person>
+  </PersonResult>
+ </ClassResult>
+</ResultList>
+)");
+}
+
 TEST_F(ExportTest, FailuresLeaveTheTargetAsItIs) {
   std::ofstream(target_) << "before";
   exporter_.tempFilePath(work_);

@@ -202,12 +202,13 @@ void writeCard(XmlLines& xml, const LRKRunner& runner) {
   xml.element(tag, runner.cCardIDSet() ? std::to_string(runner.cCardID()) : "");
 }
 
-// Whether there is more to tell than that nothing is known.
+// Whether there is more to tell than that nothing is known. A course name alone does not count: a
+// forked category gives one to everybody.
 bool hasResult(const LRKRunner& runner) {
   return runner.status() != estaUnknown || startIsKnown(runner) || !isDisq(runningTime(runner)) ||
          noOfControls(runner.punches(), false) > 0 ||
          noOfControls(runner.extraPunches(), false) > 0 || runner.cCardIDSet() ||
-         runner.punchingUnitTypeSet() || runner.courseNameSet() || runner.courseLengthSet();
+         runner.punchingUnitTypeSet() || runner.courseLengthSet();
 }
 
 void writeResult(XmlLines& xml, const LRKRunner& runner, Date eventDay, Time bestTime) {
