@@ -85,27 +85,16 @@ TEST_F(ProgramTest, EveryCommandExplainsItself) {
 }
 
 TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
-  for (const std::string& arguments : {std::string(),
-                                       std::string("run"),
-                                       std::string("info"),
-                                       "info --fast " + race_,
-                                       "analyse --sort speed " + race_,
-                                       "analyse --sort legTime:0 " + race_,
-                                       "analyse --sort legTime:1.5 " + race_,
-                                       "analyse --sort legTime:desc:1 " + race_,
-                                       "analyse --breakpoints 7 " + race_,
-                                       "analyse --breakpoints 7,x " + race_,
-                                       "analyse --breakpoints 7,20,30 " + race_,
-                                       "analyse --breakpoints=-1,20 " + race_,
-                                       "analyse --breakpoints 20,7 " + race_,
-                                       "analyse --csv --summary " + race_,
-                                       "analyse --following-method near " + race_,
-                                       "analyse --course-legs S-x-F " + race_,
-                                       "analyse --flags 32 " + race_,
-                                       "export " + race_,
-                                       "export --to pdf " + race_,
-                                       "import --zero-time soon " + race_ + " -o x.lrk4",
-                                       "import " + race_}) {
+  for (const std::string& arguments :
+       {std::string(), std::string("run"), std::string("info"), "info --fast " + race_,
+        "analyse --sort speed " + race_, "analyse --sort legTime:0 " + race_,
+        "analyse --sort legTime:1.5 " + race_, "analyse --sort legTime:desc:1 " + race_,
+        "analyse --breakpoints 7 " + race_, "analyse --breakpoints 7,x " + race_,
+        "analyse --breakpoints 7,20,30 " + race_, "analyse --breakpoints=-1,20 " + race_,
+        "analyse --breakpoints 20,7 " + race_, "analyse --csv --summary " + race_,
+        "analyse --following-method near " + race_, "analyse --course-legs S-x-F " + race_,
+        "analyse --flags 32 " + race_, "import --zero-time soon " + race_ + " -o x.lrk4",
+        "import " + race_}) {
     const Result result = run(arguments);
     EXPECT_EQ(result.exitCode, 2) << arguments;
     EXPECT_NE(result.err.find("--help"), std::string::npos) << arguments;
@@ -326,26 +315,27 @@ TEST_F(ProgramTest, OutputsAppearWholeOrNotAtAll) {
 }
 
 TEST_F(ProgramTest, ExportsAreOfTheirFormat) {
+  using Row = std::pair<const char*, const char*>;
   for (const auto& [name, format] :
-       std::map<std::string, std::string>{{"iofxml2", "LRK_IMPORT_XML 40"},
-                                          {"iofxml3", "LRK_IMPORT_XML 40"},
-                                          {"lrk3", "LRK_IMPORT_LRK_LRK3 33"}}) {
+       {Row("iofxml2", "XML 40"), Row("iofxml3", "XML 40"), Row("lrk3", "LRK_LRK3 33")}) {
     const std::string target = folder_ / name;
-    ASSERT_EQ(run("export --to " + name + " -o " + target + " " + race_).exitCode, 0);
-    EXPECT_EQ(run("detect " + target).out, target + ": " + format + "\n");
-    EXPECT_EQ(run("export --to " + name + " " + race_).out, bytesOf(target));
+    const std::string command = std::string("export ") + race_ + " --to " + name;
+    ASSERT_EQ(run(command + " -o " + target).exitCode, 0);
+    EXPECT_EQ(run("detect " + target).out, target + ": LRK_IMPORT_" + format + "\n");
+    EXPECT_EQ(run(command).out, bytesOf(target));
+    EXPECT_EQ(run(command + " > /dev/full").exitCode, 1);
   }
-  EXPECT_EQ(run("export --to lrk3 " + race_ + " > /dev/full").exitCode, 1);
   EXPECT_EQ(run("export --to lrk3 -o " + (folder_ / "no/out") + " " + race_).exitCode, 1);
-  // The list of version 3 is as good as the first one; only who wrote it has changed.
-  Json first = Json::parse(run("export --to json " + race_).out);
+  EXPECT_EQ(run("export --to pdf " + race_).exitCode, 2);
+  // Of the list of version 3 only the creator is another.
+  const Json first = Json::parse(run("export --to json " + race_).out);
   Json again = Json::parse(run("export --to json " + (folder_ / "iofxml3")).out);
   EXPECT_EQ(again["event"]["importedFrom"], "IOFXML3 / Larkstone");
   again["event"]["importedFrom"] = first["event"]["importedFrom"];
   EXPECT_EQ(first, again);
-  EXPECT_EQ(first["categories"][0]["legLengths"],
-            Json::parse(R"({"S-31": 0, "31-32": 0, "32-F": 0})"));
-  EXPECT_EQ(first["categories"][0]["runners"][2], Json::parse(R"({
+  const Json& category = first["categories"][0];
+  EXPECT_EQ(category["legLengths"], Json::parse(R"({"S-31": 0, "31-32": 0, "32-F": 0})"));
+  EXPECT_EQ(category["runners"][2], Json::parse(R"({
       "firstName": "Cid", "lastName": "C", "status": 6, "extraPunches": [],
       "punches": [[32736, 3624000], [31, 3631000], [32, null], [32752, 3641000]]})"));
 }

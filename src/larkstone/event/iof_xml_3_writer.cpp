@@ -32,10 +32,10 @@ std::string inUnits(std::int32_t hundredths) {
 
 // A clock time on the day of the event; times of 24 hours and more are on the next day.
 std::string dateTimeText(Date day, Time time) {
-  constexpr Time hoursOfDay = 24 * 360000;
-  const Date midnight = dateOf(calendarOf(day));
+  const Time days = time / (24 * 360000);
+  const Date midnight = {dateOf(calendarOf(day)).day + days};
   const enmTimeAccuracy accuracy = time % 100 == 0 ? etacSeconds : etacHundredthsSeconds;
-  return toIsoText({midnight.day + time / hoursOfDay}) + "T" +
+  return toIsoText(midnight) + "T" +
          timeToString(time, etstClockTimeForceTwoHourDigits, accuracy, true, "::.");
 }
 
