@@ -70,7 +70,8 @@ class ProgramTest : public testing::Test {
 };
 
 TEST_F(ProgramTest, EveryCommandExplainsItself) {
-  for (const char* command : {"detect", "import", "info", "courses", "analyse", "table"}) {
+  for (const char* command :
+       {"detect", "import", "info", "courses", "analyse", "table", "export"}) {
     for (const std::string& arguments :
          {std::string(command) + " --help", "help " + std::string(command)}) {
       const Result result = run(arguments);
@@ -311,6 +312,32 @@ TEST_F(ProgramTest, OutputsAppearWholeOrNotAtAll) {
   EXPECT_EQ(run("import -o " + target + " " + race_).exitCode, 0);
   EXPECT_EQ(bytesOf(target).substr(0, 4), "lrk4");
   EXPECT_EQ(run("info " + race_ + " > /dev/full").exitCode, 1);
+}
+
+TEST_F(ProgramTest, ExportsAreOfTheirFormat) {
+  using Row = std::pair<const char*, const char*>;
+  for (const auto& [name, format] :
+       {Row("iofxml2", "XML 40"), Row("iofxml3", "XML 40"), Row("lrk3", "LRK_LRK3 33")}) {
+    const std::string target = folder_ / name;
+    const std::string command = std::string("export ") + race_ + " --to " + name;
+    ASSERT_EQ(run(command + " -o " + target).exitCode, 0);
+    EXPECT_EQ(run("detect " + target).out, target + ": LRK_IMPORT_" + format + "\n");
+    EXPECT_EQ(run(command).out, bytesOf(target));
+    EXPECT_EQ(run(command + " > /dev/full").exitCode, 1);
+  }
+  EXPECT_EQ(run("export --to lrk3 -o " + (folder_ / "no/out") + " " + race_).exitCode, 1);
+  EXPECT_EQ(run("export --to pdf " + race_).exitCode, 2);
+  // Of the list of version 3 only the creator is another.
+  const Json first = Json::parse(run("export --to json " + race_).out);
+  Json again = Json::parse(run("export --to json " + (folder_ / "iofxml3")).out);
+  EXPECT_EQ(again["event"]["importedFrom"], "IOFXML3 / Larkstone");
+  again["event"]["importedFrom"] = first["event"]["importedFrom"];
+  EXPECT_EQ(first, again);
+  const Json& category = first["categories"][0];
+  EXPECT_EQ(category["legLengths"], Json::parse(R"({"S-31": 0, "31-32": 0, "32-F": 0})"));
+  EXPECT_EQ(category["runners"][2], Json::parse(R"({
+      "firstName": "Cid", "lastName": "C", "status": 6, "extraPunches": [],
+      "punches": [[32736, 3624000], [31, 3631000], [32, null], [32752, 3641000]]})"));
 }
 
 TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
