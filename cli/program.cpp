@@ -23,6 +23,7 @@ constexpr Command commands[] = {
     {"courses", "Tell which courses the runners of a category ran", declareCourses},
     {"analyse", "Calculate the split-time analysis and print it", declareAnalyse},
     {"table", "Write the split table of one category", declareTable},
+    {"search", "Find runners by their properties", declareSearch},
 };
 
 int usageError(const std::string& message, const std::string& command) {

@@ -38,6 +38,7 @@ Run declareInfo(CLI::App& command);
 Run declareCourses(CLI::App& command);
 Run declareAnalyse(CLI::App& command);
 Run declareTable(CLI::App& command);
+Run declareSearch(CLI::App& command);
 
 /// Parses the command line and runs the command. Never throws.
 int runProgram(int argc, const char* const* argv);
