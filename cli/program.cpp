@@ -24,6 +24,7 @@ constexpr Command commands[] = {
     {"analyse", "Calculate the split-time analysis and print it", declareAnalyse},
     {"table", "Write the split table of one category", declareTable},
     {"export", "Write the event in the format of another program", declareExport},
+    {"search", "Find runners by their properties", declareSearch},
 };
 
 int usageError(const std::string& message, const std::string& command) {

@@ -39,6 +39,7 @@ Run declareCourses(CLI::App& command);
 Run declareAnalyse(CLI::App& command);
 Run declareTable(CLI::App& command);
 Run declareExport(CLI::App& command);
+Run declareSearch(CLI::App& command);
 
 /// Parses the command line and runs the command. Never throws.
 int runProgram(int argc, const char* const* argv);

@@ -71,7 +71,7 @@ class ProgramTest : public testing::Test {
 
 TEST_F(ProgramTest, EveryCommandExplainsItself) {
   for (const char* command :
-       {"detect", "import", "info", "courses", "analyse", "table", "export"}) {
+       {"detect", "import", "info", "courses", "analyse", "table", "export", "search"}) {
     for (const std::string& arguments :
          {std::string(command) + " --help", "help " + std::string(command)}) {
       const Result result = run(arguments);
@@ -401,6 +401,35 @@ TEST_F(ProgramTest, CoursesRunAndCoursesThatFit) {
   rogaining: 2 runners, 6 legs: S-50,1-50,2-50-1,50-2,50-F
 )");
   EXPECT_EQ(run("courses -c None " + list).exitCode, 1);
+}
+
+TEST_F(ProgramTest, RunnersAreFoundByTheirProperties) {
+  struct Row {
+    int line;
+    const char* conditions;
+    const char* lines;
+  };
+  constexpr Row rows[] = {
+      {__LINE__, "name = '[A-B]*'", "H21\tAnn A <x>\t\t2:30\tOK\nH21\tBea B\t\t2:30\tOK\n"},
+      {__LINE__, "LastName '!=' b STATUS = mispunch", "H21\tCid C\t\t-\tMisPunch\n"},
+      {__LINE__, "152 = 0 firstName '>' Ann", "H21\tBea B\t\t2:30\tOK\n"},
+      {__LINE__, "--any 151 '<' 4 firstName = c#d status = 6", "H21\tCid C\t\t-\tMisPunch\n"},
+      {__LINE__, "birthDate '<' 2026-05-03", ""},
+      {__LINE__, "name = 'Bea*' --json",
+       "[\n{\"category\": \"H21\", \"runnerIndex\": 1, \"name\": \"Bea B\", \"club\": \"\", "
+       "\"status\": \"OK\", \"resultTime\": 15000}]\n"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    const Result result = run("search " + race_ + " " + row.conditions);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, row.lines);
+    EXPECT_EQ(result.err, "");
+  }
+  for (const char* wrong : {"club =", "sortPlace = 1", "164 = 1", "club == x", "ID = x",
+                            "status = fast", "birthDate = 1990-02-30", "ID = 1 129 = 2"}) {
+    EXPECT_EQ(run("search " + race_ + " " + wrong).exitCode, 2) << wrong;
+  }
 }
 
 TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {

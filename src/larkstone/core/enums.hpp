@@ -110,6 +110,16 @@ constexpr enmCategorySortFlags operator|(enmCategorySortFlags a, enmCategorySort
   return static_cast<enmCategorySortFlags>(static_cast<int>(a) | static_cast<int>(b));
 }
 
+/// How LRKEvent::searchRunners() compares a runner's value with the one sought.
+enum enmComparisonOperator : std::int16_t {
+  ecopEqual = 0,  ///< for texts: like a pattern
+  ecopLessThan = 1,
+  ecopMoreThan = 2,
+  ecopLessThanOrEqual = 3,
+  ecopMoreThanOrEqual = 4,
+  ecopNotEqual = 5,  ///< for texts: unlike a pattern
+};
+
 /// Which time of a runner at a leg is meant.
 enum enmLegStyle : std::int16_t {
   elstLeg = 0,           ///< time of the leg alone

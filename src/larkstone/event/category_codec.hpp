@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "larkstone/model/category.hpp"
 
@@ -20,7 +21,11 @@ std::string encodeCategory(const LRKCategory& category);
 /// index and name, and their numbers.
 LRKCategory decodeCategory(std::string_view record, int categoryIndex);
 
-/// The bytes behind an etagRunner record.
+/// The runners of a record, in file order, each as the bytes behind its etagRunner: views of the
+/// record. Of a block that runs past the end what is there.
+std::vector<std::string_view> runnerBlocks(std::string_view record);
+
+/// Reads such a block.
 void decodeRunner(std::string_view block, LRKRunner& runner);
 
 }  // namespace larkstone

@@ -3,6 +3,7 @@
 // One competition, bound to its event file.
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -140,6 +141,71 @@ class LRKEvent {
 
   std::string derivedCourseName(int index) const;
 
+  /// Questions to all runners at once, answered from the stored records without decoding
+  /// categories: what was not stored with category() is not seen. Runners come category by category
+  /// in display order, within one in the order of the list. What an output held before is replaced;
+  /// counts are the number of runners. A category that cannot be read has no runners.
+
+  /// Three lists over all runners. The names are full names, as LRKRunner::name() gives them.
+  int getAllRunnerCategoriesNamesAndClubs(std::vector<std::string>& runnerCategories,
+                                          std::vector<std::string>& runnerNames,
+                                          std::vector<std::string>& runnerClubs) const;
+  /// The codes that every runner punched. Those of a category are its first runner's (the course
+  /// that LRKCategory::toCourse() takes by itself), with its name and number of runners, so that
+  /// runnerCodes can be divided among the categories.
+  void getAllCategoryAndRunnerCodes(std::vector<LRKCodes>& categoryCodes, int& noOfRunners,
+                                    std::vector<LRKCodes>& runnerCodes) const;
+  /// The codes of the runners of one category; none for an index out of range.
+  int getCategoryRunnerCodes(int categoryIndex, std::vector<LRKCodes>& codes) const;
+  /// One property of all runners as LRKRunner::getPropertyByTag() gives it, nothing
+  /// (std::monostate) where it is not stored. For etagRunnerName that is the name made of its
+  /// parts, though valueExists, which tells of the record alone, is false then.
+  int getAllRunnerTagValues(enmFileTag tag, std::vector<TagValue>& values,
+                            std::vector<bool>& valueExists) const;
+  /// The result list as one table, and its figures by category (display index) in the last five
+  /// lists.
+  ///
+  /// Countries are those of the clubs. Places and lengths are 0, texts empty and dates day 0 where
+  /// they are not known; result times are those of LRKRunner::resultTime(). A course length is the
+  /// runner's own, else the category's. Times per kilometre are rounded half to even, LRK_NO_TIME
+  /// without a result or a length. The best and second-best times are among the results (runners
+  /// with status OK, a start and a finish), LRK_NO_TIME where there are not so many; two equal best
+  /// times are both.
+  int getAllResults(std::vector<int>& categoryIndices, std::vector<std::string>& names,
+                    std::vector<std::string>& clubs, std::vector<std::string>& countries,
+                    std::vector<int>& resultPlaces, std::vector<Time>& resultTimes,
+                    std::vector<enmStatus>& statuses, std::vector<Length>& courseLengths,
+                    std::vector<Time>& kmTimes, std::vector<Date>& birthDates,
+                    std::vector<std::string>& birthDateFormats,
+                    std::vector<int>& categoryNoOfRunners, std::vector<Time>& bestResultTimes,
+                    std::vector<Time>& secondBestResultTimes, std::vector<Time>& bestKmTimes,
+                    std::vector<Time>& secondBestKmTimes) const;
+  /// The distinct code lists that runners of a category punched, in the order of first appearance,
+  /// each with the number of its runners and the first course name among them. Runners without
+  /// punches have a list of no codes.
+  void getAllCategoryForkings(int categoryIndex, int& noOfForkings,
+                              std::vector<LRKCodes>& forkings) const;
+
+  /// Finds runners by their properties: `find` has the value sought for each tag (129 to 163),
+  /// comparisonOperator how the runner's value is compared with it (ecopEqual where it says
+  /// nothing). All conditions must hold, or one with oneMatchIsEnough.
+  ///
+  /// Texts are compared in lower case. Equal means like a pattern with the wildcards * ? # [list]
+  /// and [!list] (see core/wildcard.hpp), the order is that of the characters' numbers. Anything
+  /// else is compared as a number; etagRunnerName is the full name also of a runner who has it in
+  /// parts, the punch tags are the number of punches. A runner without the property meets no
+  /// condition on it, not even ecopNotEqual, and nobody meets one whose value cannot be converted
+  /// to the property's type.
+  ///
+  /// The runners found are decoded, with their category's index and name and their own number. A
+  /// search without conditions finds everybody, or nobody with oneMatchIsEnough.
+  ///
+  ///     std::vector<LRKRunner> runners;
+  ///     event.searchRunners(runners, {{etagRunnerClub, "OK *"}, {etagRunnerStatus, estaOK}}, {});
+  int searchRunners(std::vector<LRKRunner>& runners, const std::map<enmFileTag, TagValue>& find,
+                    const std::map<enmFileTag, enmComparisonOperator>& comparisonOperator,
+                    bool oneMatchIsEnough = false) const;
+
   /// Hands every row of the property table to visit(row), in file order.
   template <class Visit>
   static void forEachRow(Visit&& visit) {
@@ -155,6 +221,8 @@ class LRKEvent {
   void reset();
   std::int32_t load(const std::string& path);
   void sortForDisplay();
+  /// The stored bytes of a category; empty when they cannot be read.
+  std::string categoryRecord(int displayIndex) const;
   bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
   std::int32_t storeAt(int fileIndex, LRKCategory& category);
   void stampForSaving();
