@@ -69,21 +69,6 @@ void readLegLengths(std::string_view block, LRKCategory& category) {
   }
 }
 
-int countRunners(std::string_view record) {
-  ByteReader reader(record);
-  int count = 0;
-  while (!reader.atEnd() && count < LRK_MAX_LIST) {
-    const enmFileTag tag = readTag(reader);
-    if (tag != etagRunner) {
-      readTagValue(reader, categoryTags, tag);
-      continue;
-    }
-    readBlock(reader);
-    if (!reader.failed()) ++count;
-  }
-  return count;
-}
-
 }  // namespace
 
 std::string encodeCategory(const LRKCategory& category) {
@@ -98,6 +83,21 @@ std::string encodeCategory(const LRKCategory& category) {
   });
   for (int i = 0; i < category.noOfRunners(); ++i) writeRunner(writer, category.runner(i));
   return writer.take();
+}
+
+std::vector<std::string_view> runnerBlocks(std::string_view record) {
+  std::vector<std::string_view> blocks;
+  ByteReader reader(record);
+  while (!reader.atEnd() && blocks.size() < LRK_MAX_LIST) {
+    const enmFileTag tag = readTag(reader);
+    if (tag != etagRunner) {
+      readTagValue(reader, categoryTags, tag);
+      continue;
+    }
+    const std::string_view block = readBlock(reader);
+    if (!reader.failed()) blocks.push_back(block);
+  }
+  return blocks;
 }
 
 void decodeRunner(std::string_view block, LRKRunner& runner) {
@@ -117,7 +117,7 @@ void decodeRunner(std::string_view block, LRKRunner& runner) {
 LRKCategory decodeCategory(std::string_view record, int categoryIndex) {
   LRKCategory category;
   category.categoryIndex(categoryIndex);
-  category.noOfRunners(countRunners(record));
+  category.noOfRunners(static_cast<int>(runnerBlocks(record).size()));
   ByteReader reader(record);
   int runners = 0;
   while (!reader.atEnd()) {
@@ -132,13 +132,17 @@ LRKCategory decodeCategory(std::string_view record, int categoryIndex) {
       readTagValue(reader, categoryTags, tag);
     }
   }
+  numberRunners(category);
+  return category;
+}
+
+void numberRunners(LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
     LRKRunner& runner = category.runner(i);
-    runner.categoryIndex(categoryIndex);
+    runner.categoryIndex(category.categoryIndex());
     runner.categoryName(category.name());
     runner.runnerIndex(i);
   }
-  return category;
 }
 
 }  // namespace larkstone

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "larkstone/model/category.hpp"
 
@@ -16,11 +17,17 @@ void deriveStoredValues(LRKCategory& category);
 
 std::string encodeCategory(const LRKCategory& category);
 
-/// A damaged record gives what stands before the damage. The runners are told the category's
-/// index and name, and their numbers.
+/// Tells the runners the category's index and name, and their places as their numbers.
+void numberRunners(LRKCategory& category);
+
+/// A damaged record gives what stands before the damage. The runners are numbered.
 LRKCategory decodeCategory(std::string_view record, int categoryIndex);
 
-/// The bytes behind an etagRunner record.
+/// The runners of a record, in file order, each as the bytes behind its etagRunner: views of the
+/// record. Of a block that runs past the end what is there.
+std::vector<std::string_view> runnerBlocks(std::string_view record);
+
+/// Reads such a block.
 void decodeRunner(std::string_view block, LRKRunner& runner);
 
 }  // namespace larkstone
