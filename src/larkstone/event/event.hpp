@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,10 +15,13 @@
 #include "larkstone/core/property.hpp"
 #include "larkstone/event/error_constants.hpp"
 #include "larkstone/model/category.hpp"
+#include "larkstone/model/derived_course.hpp"
 
 namespace larkstone {
 
 class EventStore;
+class LRKCourse;
+struct Record;
 
 /// The root of the data model. Categories are not held as objects: they stay in a private working
 /// file, are decoded when asked for and encoded again when handed back. A category handed out is a
@@ -84,7 +88,7 @@ class LRKEvent {
   std::int32_t closeEvent();
 
   /// Loads all records into memory for a series of extractions, until closeTempFile() or the next
-  /// change of a category. Extractions work without it too.
+  /// change of a record. Extractions work without it too.
   bool openTempFile();
   void closeTempFile();
   /// One value out of a stored record, without decoding the category: nothing (std::monostate) when
@@ -138,7 +142,31 @@ class LRKEvent {
   static std::string createCategorySortKey(std::string_view categoryName, int categoryIndex,
                                            enmCategorySortFlags categorySortFlags);
 
+  // Derived courses. A reference to a runner holds the category's display index and the runner's
+  // number in it, as the runners of an event carry them (LRKRunner::categoryIndex(),
+  // runnerIndex()), so that LRKCourse::toDerivedCourse() makes what is added here. The file names
+  // categories by file index: what derivedCourse() gives keeps to its runners in whatever order
+  // categories are shown, while an object that was handed out before categories were moved does not
+  // follow.
+
+  /// Empty text for an index out of range.
   std::string derivedCourseName(int index) const;
+  /// Decoded on every call; nothing for an index out of range, a closed event or an unreadable
+  /// working file.
+  std::optional<LRKDerivedCourse> derivedCourse(int index) const;
+  /// Stores a derived course at that place. An index out of range changes nothing.
+  std::int32_t derivedCourse(int index, const LRKDerivedCourse& derivedCourse);
+  /// Adds a derived course behind the others. LRK_COULD_NOT_OPEN_TEMPORARY_FILE for a closed event,
+  /// and for more than 4095 categories and derived courses together; nothing is changed then.
+  std::int32_t addDerivedCourse(const LRKDerivedCourse& derivedCourse);
+  void moveDerivedCourse(int currentIndex, int newIndex);
+  std::int32_t deleteDerivedCourse(int index);
+  /// The derived course as a course for analysis; nothing where derivedCourse() gives nothing.
+  std::optional<LRKCourse> derivedCourseAsCourse(int index) const;
+  /// A course with the legs, codes and addition style of the derived course and, in the order of
+  /// its references, every runner referred to who fits, once. References to runners whom the event
+  /// has not got are passed over.
+  LRKCourse convertDerivedCourseToCourse(const LRKDerivedCourse& derivedCourse) const;
 
   /// Hands every row of the property table to visit(row), in file order.
   template <class Visit>
@@ -156,7 +184,9 @@ class LRKEvent {
   std::int32_t load(const std::string& path);
   void sortForDisplay();
   bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
+  bool isDerivedCourse(int index) const;
   std::int32_t storeAt(int fileIndex, LRKCategory& category);
+  std::int32_t storeDerived(Record& record, LRKDerivedCourse derivedCourse);
   void stampForSaving();
 
 #define LRK_PROPERTY(name, flag, type, tag) Property<type> name##_;

@@ -7,23 +7,13 @@
 #include "larkstone/event/category_codec.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/event/event_store.hpp"
+#include "larkstone/event/move_entry.hpp"
 
 namespace larkstone {
 
 namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
-
-// Takes an entry out of a list and puts it in again at another index.
-template <class T>
-void moveEntry(std::vector<T>& list, int from, int to) {
-  const auto begin = list.begin();
-  if (from < to) {
-    std::rotate(begin + from, begin + from + 1, begin + to + 1);
-  } else {
-    std::rotate(begin + to, begin + from, begin + from + 1);
-  }
-}
 
 std::vector<int> inverse(const std::vector<int>& permutation) {
   std::vector<int> result(permutation.size());
