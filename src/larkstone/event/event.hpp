@@ -105,8 +105,9 @@ class LRKEvent {
   /// object.
   std::shared_ptr<LRKCategory> category(int index);
   /// Stores a category at that place. What the file needs is worked out on the object first:
-  /// forking information, entries for all legs run, course names and type, places. An index out of
-  /// range changes nothing.
+  /// forking information, entries for all legs run, course names and type, places. Its runners are
+  /// numbered anew; when they were re-ordered, added or removed, derived courses follow them by
+  /// name and club and lose those who are gone. An index out of range changes nothing.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
     return this->category(index, *category);
@@ -128,8 +129,10 @@ class LRKEvent {
     return addCategory(*category);
   }
   /// Moves a category in the list, those between shifting by one place; without ecsfSorted among
-  /// the sort flags also in the file.
+  /// the sort flags also in the file. Derived courses keep to their runners. Nothing is moved when
+  /// the working file cannot hold the change.
   void moveCategory(int currentIndex, int newIndex);
+  /// Derived courses lose the runners of the category.
   std::int32_t deleteCategory(int index);
   /// Stores in the place of the first category with the same name, whatever its case, and tells so;
   /// adds the category when there is none.
@@ -186,6 +189,7 @@ class LRKEvent {
   bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
   bool isDerivedCourse(int index) const;
   std::int32_t storeAt(int fileIndex, LRKCategory& category);
+  bool moveInFile(int from, int to);
   std::int32_t storeDerived(Record& record, LRKDerivedCourse derivedCourse);
   void stampForSaving();
 
