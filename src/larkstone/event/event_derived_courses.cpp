@@ -1,8 +1,8 @@
 // The derived courses of an event: reading, storing, their order, and courses made of them.
 
 #include <algorithm>
-#include <compare>
 #include <map>
+#include <tuple>
 
 #include "larkstone/analysis/course.hpp"
 #include "larkstone/event/category_codec.hpp"
@@ -30,7 +30,10 @@ struct Reference {
   int runnerIndex;
   int place;  // in the derived course
 
-  friend auto operator<=>(const Reference&, const Reference&) = default;
+  friend bool operator<(const Reference& a, const Reference& b) {
+    return std::tie(a.categoryIndex, a.runnerIndex, a.place) <
+           std::tie(b.categoryIndex, b.runnerIndex, b.place);
+  }
 };
 
 // Category by category, and each runner once, where the derived course names it first.
