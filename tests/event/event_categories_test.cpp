@@ -167,9 +167,8 @@ class RandomChanges : public EventTest {
   }
 
   // The second has a tag of the future, which stays where it is.
-  const Records courses_ = {
-      hex("60 0500 6669727374  61 00  62 01  63 00  64 0000  67 0100 0000 0100"),
-      hex("60 0600 7365636F6E64  C8 0200 5858  64 0100 E07F1F00  67 0000")};
+  const Records courses_ = {hex("60 0500 6669727374  61 00  62 01  63 00  64 0000  67 0000"),
+                            hex("60 0600 7365636F6E64  C8 0200 5858  64 0100 E07F1F00  67 0000")};
   std::mt19937 random_{1};
   int added_ = 0;
   List shown_;   // in display order

@@ -132,13 +132,17 @@ LRKCategory decodeCategory(std::string_view record, int categoryIndex) {
       readTagValue(reader, categoryTags, tag);
     }
   }
+  numberRunners(category);
+  return category;
+}
+
+void numberRunners(LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
     LRKRunner& runner = category.runner(i);
-    runner.categoryIndex(categoryIndex);
+    runner.categoryIndex(category.categoryIndex());
     runner.categoryName(category.name());
     runner.runnerIndex(i);
   }
-  return category;
 }
 
 }  // namespace larkstone

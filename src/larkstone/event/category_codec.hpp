@@ -17,8 +17,10 @@ void deriveStoredValues(LRKCategory& category);
 
 std::string encodeCategory(const LRKCategory& category);
 
-/// A damaged record gives what stands before the damage. The runners are told the category's
-/// index and name, and their numbers.
+/// Tells the runners the category's index and name, and their places as their numbers.
+void numberRunners(LRKCategory& category);
+
+/// A damaged record gives what stands before the damage. The runners are numbered.
 LRKCategory decodeCategory(std::string_view record, int categoryIndex);
 
 /// The runners of a record, in file order, each as the bytes behind its etagRunner: views of the

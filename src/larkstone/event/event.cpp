@@ -128,18 +128,9 @@ TagValue LRKEvent::extractCategoryTag(int categoryIndex, enmFileTag tag) const {
 }
 
 TagValue LRKEvent::extractDerivedCourseTag(int derivedCourseIndex, enmFileTag tag) const {
-  if (derivedCourseIndex < 0 || derivedCourseIndex >= noOfDerivedCourses()) return {};
+  if (!isDerivedCourse(derivedCourseIndex)) return {};
   return store_->find(store_->derivedCourses[static_cast<std::size_t>(derivedCourseIndex)],
                       derivedCourseTags, tag);
-}
-
-int LRKEvent::noOfDerivedCourses() const {
-  return isOpen() ? static_cast<int>(store_->derivedCourses.size()) : 0;
-}
-
-std::string LRKEvent::derivedCourseName(int index) const {
-  if (index < 0 || index >= noOfDerivedCourses()) return {};
-  return store_->derivedCourses[static_cast<std::size_t>(index)].name;
 }
 
 }  // namespace larkstone

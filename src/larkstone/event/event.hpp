@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,10 +16,13 @@
 #include "larkstone/core/property.hpp"
 #include "larkstone/event/error_constants.hpp"
 #include "larkstone/model/category.hpp"
+#include "larkstone/model/derived_course.hpp"
 
 namespace larkstone {
 
 class EventStore;
+class LRKCourse;
+struct Record;
 
 /// The root of the data model. Categories are not held as objects: they stay in a private working
 /// file, are decoded when asked for and encoded again when handed back. A category handed out is a
@@ -85,7 +89,7 @@ class LRKEvent {
   std::int32_t closeEvent();
 
   /// Loads all records into memory for a series of extractions, until closeTempFile() or the next
-  /// change of a category. Extractions work without it too.
+  /// change of a record. Extractions work without it too.
   bool openTempFile();
   void closeTempFile();
   /// One value out of a stored record, without decoding the category: nothing (std::monostate) when
@@ -102,8 +106,9 @@ class LRKEvent {
   /// object.
   std::shared_ptr<LRKCategory> category(int index);
   /// Stores a category at that place. What the file needs is worked out on the object first:
-  /// forking information, entries for all legs run, course names and type, places. An index out of
-  /// range changes nothing.
+  /// forking information, entries for all legs run, course names and type, places. Its runners are
+  /// numbered anew; when they were re-ordered, added or removed, derived courses follow them by
+  /// name and club and lose those who are gone. An index out of range changes nothing.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
     return this->category(index, *category);
@@ -125,8 +130,10 @@ class LRKEvent {
     return addCategory(*category);
   }
   /// Moves a category in the list, those between shifting by one place; without ecsfSorted among
-  /// the sort flags also in the file.
+  /// the sort flags also in the file. Derived courses keep to their runners. Nothing is moved when
+  /// the working file cannot hold the change.
   void moveCategory(int currentIndex, int newIndex);
+  /// Derived courses lose the runners of the category.
   std::int32_t deleteCategory(int index);
   /// Stores in the place of the first category with the same name, whatever its case, and tells so;
   /// adds the category when there is none.
@@ -139,7 +146,31 @@ class LRKEvent {
   static std::string createCategorySortKey(std::string_view categoryName, int categoryIndex,
                                            enmCategorySortFlags categorySortFlags);
 
+  // Derived courses. A reference to a runner holds the category's display index and the runner's
+  // number in it, as the runners of an event carry them (LRKRunner::categoryIndex(),
+  // runnerIndex()), so that LRKCourse::toDerivedCourse() makes what is added here. The file names
+  // categories by file index: what derivedCourse() gives keeps to its runners in whatever order
+  // categories are shown, while an object that was handed out before categories were moved does not
+  // follow.
+
+  /// Empty text for an index out of range.
   std::string derivedCourseName(int index) const;
+  /// Decoded on every call; nothing for an index out of range, a closed event or an unreadable
+  /// working file.
+  std::optional<LRKDerivedCourse> derivedCourse(int index) const;
+  /// Stores a derived course at that place. An index out of range changes nothing.
+  std::int32_t derivedCourse(int index, const LRKDerivedCourse& derivedCourse);
+  /// Adds a derived course behind the others. LRK_COULD_NOT_OPEN_TEMPORARY_FILE for a closed event,
+  /// and for more than 4095 categories and derived courses together; nothing is changed then.
+  std::int32_t addDerivedCourse(const LRKDerivedCourse& derivedCourse);
+  void moveDerivedCourse(int currentIndex, int newIndex);
+  std::int32_t deleteDerivedCourse(int index);
+  /// The derived course as a course for analysis; nothing where derivedCourse() gives nothing.
+  std::optional<LRKCourse> derivedCourseAsCourse(int index) const;
+  /// A course with the legs, codes and addition style of the derived course and, in the order of
+  /// its references, every runner referred to who fits, once. References to runners whom the event
+  /// has not got are passed over.
+  LRKCourse convertDerivedCourseToCourse(const LRKDerivedCourse& derivedCourse) const;
 
   /// Questions to all runners at once, answered from the stored records without decoding
   /// categories: what was not stored with category() is not seen. Runners come category by category
@@ -224,7 +255,10 @@ class LRKEvent {
   /// The stored bytes of a category; empty when they cannot be read.
   std::string categoryRecord(int displayIndex) const;
   bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
+  bool isDerivedCourse(int index) const;
   std::int32_t storeAt(int fileIndex, LRKCategory& category);
+  bool moveInFile(int from, int to);
+  std::int32_t storeDerived(Record& record, LRKDerivedCourse derivedCourse);
   void stampForSaving();
 
 #define LRK_PROPERTY(name, flag, type, tag) Property<type> name##_;

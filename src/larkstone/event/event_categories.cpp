@@ -7,23 +7,14 @@
 #include "larkstone/event/category_codec.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/event/event_store.hpp"
+#include "larkstone/event/move_entry.hpp"
+#include "larkstone/event/reference_renumbering.hpp"
 
 namespace larkstone {
 
 namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
-
-// Takes an entry out of a list and puts it in again at another index.
-template <class T>
-void moveEntry(std::vector<T>& list, int from, int to) {
-  const auto begin = list.begin();
-  if (from < to) {
-    std::rotate(begin + from, begin + from + 1, begin + to + 1);
-  } else {
-    std::rotate(begin + to, begin + from, begin + from + 1);
-  }
-}
 
 std::vector<int> inverse(const std::vector<int>& permutation) {
   std::vector<int> result(permutation.size());
@@ -98,9 +89,15 @@ std::int32_t LRKEvent::storeAt(int fileIndex, LRKCategory& category) {
   category.categoryIndex(displayIndex);
   deriveStoredValues(category);
   Record& record = store_->categories[at(fileIndex)];
-  const std::int32_t result = store_->write(record, encodeCategory(category));
+  std::vector<RecordBytes> changes;
+  if (!renumberRunners(*store_, fileIndex, category, changes)) {
+    return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  }
+  changes.push_back({&record, encodeCategory(category)});
+  const std::int32_t result = store_->write(changes);
   if (result != 0) return result;
   record.name = category.name();
+  numberRunners(category);
   store_->straighten();
   if (currentIndex_ == displayIndex && current_.get() != &category) unsetCurrentCategory();
   return 0;
@@ -116,6 +113,7 @@ std::int32_t LRKEvent::addCategory(LRKCategory& category) {
   record.name = category.name();
   const std::int32_t result = store_->write(record, encodeCategory(category));
   if (result != 0) return result;
+  numberRunners(category);
   store_->categories.push_back(std::move(record));
   displayToFile_.push_back(index);
   fileToDisplay_.push_back(index);
@@ -124,29 +122,38 @@ std::int32_t LRKEvent::addCategory(LRKCategory& category) {
 
 void LRKEvent::moveCategory(int currentIndex, int newIndex) {
   if (!isCategory(currentIndex) || !isCategory(newIndex) || currentIndex == newIndex) return;
+  const bool inFile = (categorySortFlags_ & ecsfSorted) == 0;
+  if (inFile && !moveInFile(displayToFile_[at(currentIndex)], displayToFile_[at(newIndex)])) return;
   unsetCurrentCategory();
-  const int fromInFile = displayToFile_[at(currentIndex)];
-  const int toInFile = displayToFile_[at(newIndex)];
   moveEntry(displayToFile_, currentIndex, newIndex);
-  if ((categorySortFlags_ & ecsfSorted) == 0) {
-    moveEntry(store_->categories, fromInFile, toInFile);
-    std::vector<int> oldIndices = identity(displayToFile_.size());
-    moveEntry(oldIndices, fromInFile, toInFile);
-    const std::vector<int> newIndices = inverse(oldIndices);
-    for (int& fileIndex : displayToFile_) fileIndex = newIndices[at(fileIndex)];
-  }
   fileToDisplay_ = inverse(displayToFile_);
+}
+
+bool LRKEvent::moveInFile(int from, int to) {
+  std::vector<int> oldIndices = identity(displayToFile_.size());
+  moveEntry(oldIndices, from, to);
+  const std::vector<int> newIndices = inverse(oldIndices);
+  if (renumberCategories(*store_, {newIndices.begin(), newIndices.end()}) != 0) return false;
+  moveEntry(store_->categories, from, to);
+  for (int& fileIndex : displayToFile_) fileIndex = newIndices[at(fileIndex)];
+  return true;
 }
 
 std::int32_t LRKEvent::deleteCategory(int index) {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   if (!isCategory(index)) return 0;
+  const int deleted = displayToFile_[at(index)];
+  std::vector<int> newIndices = identity(displayToFile_.size());
+  for (int& fileIndex : newIndices) fileIndex -= fileIndex > deleted ? 1 : 0;
+  newIndices[at(deleted)] = -1;
+  const std::int32_t result = renumberCategories(*store_, {newIndices.begin(), newIndices.end()});
+  if (result != 0) return result;
+
   unsetCurrentCategory();
-  const int fileIndex = displayToFile_[at(index)];
-  store_->categories.erase(store_->categories.begin() + fileIndex);
+  store_->categories.erase(store_->categories.begin() + deleted);
   store_->straighten();
   displayToFile_.erase(displayToFile_.begin() + index);
-  for (int& other : displayToFile_) other -= other > fileIndex ? 1 : 0;
+  for (int& fileIndex : displayToFile_) fileIndex = newIndices[at(fileIndex)];
   fileToDisplay_ = inverse(displayToFile_);
   return 0;
 }

@@ -67,21 +67,29 @@ bool EventStore::transferData(const ByteSink& sink) const {
   return file_.transferTo(begin, end - begin, sink);
 }
 
-std::int32_t EventStore::write(Record& record, std::string_view bytes) {
-  const auto length = static_cast<std::int64_t>(bytes.size());
-  if (dataLength() + length > std::numeric_limits<std::int32_t>::max()) {
-    return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+std::int32_t EventStore::write(std::span<const RecordBytes> changes) {
+  std::int64_t length = dataLength();
+  for (const RecordBytes& change : changes) {
+    length += static_cast<std::int64_t>(change.bytes.size());
   }
+  if (length > std::numeric_limits<std::int32_t>::max()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+
   constexpr std::int64_t tolerated = std::int64_t{4} << 20;
   if (file_.size() > 2 * dataLength() + tolerated) {
     const std::int32_t result = clearUnused();
     if (result != 0) return result;
   }
-  const std::int64_t offset = file_.size();
-  if (!file_.append(bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  std::int64_t offset = file_.size();
+  for (const RecordBytes& change : changes) {
+    if (!file_.append(change.bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  }
   release();
-  record.offset = offset;
-  record.length = static_cast<std::int32_t>(length);
+  for (const RecordBytes& change : changes) {
+    change.record->offset = offset;
+    change.record->length = static_cast<std::int32_t>(change.bytes.size());
+    change.record->categoriesReferredTo.reset();
+    offset += change.record->length;
+  }
   return 0;
 }
 

@@ -5,8 +5,10 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "larkstone/event/record_codec.hpp"
@@ -19,6 +21,15 @@ struct Record {
   std::int32_t length = 0;
   int place = 0;  ///< among its kind, in the order of bytes in the event file
   std::string name;
+  /// The categories that a derived course refers to, by file index, ascending. Nothing until it is
+  /// asked for, and after the bytes changed.
+  std::optional<std::vector<int>> categoriesReferredTo;
+};
+
+/// What a record is to hold.
+struct RecordBytes {
+  Record* record;
+  std::string bytes;
 };
 
 /// A changed record is written behind the others, so that a change costs that record's size. What
@@ -58,9 +69,13 @@ class EventStore {
   bool read(const Record& record, std::string& bytes) const {
     return file_.read(record.offset, record.length, bytes);
   }
-  /// Writes new bytes for a record, in the tables or about to be. An error constant, and nothing
+  /// Writes new bytes for records, in the tables or about to be. An error constant, and nothing
   /// changed, when that fails.
-  std::int32_t write(Record& record, std::string_view bytes);
+  std::int32_t write(std::span<const RecordBytes> changes);
+  std::int32_t write(Record& record, std::string bytes) {
+    const RecordBytes change{&record, std::move(bytes)};
+    return write({&change, 1});
+  }
 
   /// Keeps the whole working file in memory for find() until a record changes.
   bool hold();

@@ -1,0 +1,105 @@
+#include "larkstone/event/reference_renumbering.hpp"
+
+#include <algorithm>
+
+#include "larkstone/core/text.hpp"
+#include "larkstone/event/category_codec.hpp"
+#include "larkstone/event/derived_course_codec.hpp"
+#include "larkstone/event/error_constants.hpp"
+
+namespace larkstone {
+
+namespace {
+
+// The categories that a derived course refers to, out of the table or into it.
+bool findReferences(const EventStore& store, Record& record) {
+  if (record.categoriesReferredTo) return true;
+  std::string bytes;
+  if (!store.read(record, bytes)) return false;
+  const LRKDerivedCourse course = decodeDerivedCourse(bytes);
+  std::vector<int> categories;
+  categories.reserve(static_cast<std::size_t>(course.noOfRunners()));
+  for (int i = 0; i < course.noOfRunners(); ++i) {
+    categories.push_back(course.runnerCategoryIndex(i));
+  }
+  std::sort(categories.begin(), categories.end());
+  categories.erase(std::unique(categories.begin(), categories.end()), categories.end());
+  categories.shrink_to_fit();
+  record.categoriesReferredTo = std::move(categories);
+  return true;
+}
+
+bool sameReferences(const LRKDerivedCourse& a, const LRKDerivedCourse& b) {
+  if (a.noOfRunners() != b.noOfRunners()) return false;
+  for (int i = 0; i < a.noOfRunners(); ++i) {
+    if (a.runnerCategoryIndex(i) != b.runnerCategoryIndex(i)) return false;
+    if (a.runnerIndex(i) != b.runnerIndex(i)) return false;
+  }
+  return true;
+}
+
+template <class Renumber>
+bool renumber(const EventStore& store, Record& record, Renumber&& renumberCourse,
+              std::vector<RecordBytes>& changes) {
+  std::string bytes;
+  if (!store.read(record, bytes)) return false;
+  const LRKDerivedCourse before = decodeDerivedCourse(bytes);
+  LRKDerivedCourse after = before;
+  renumberCourse(after);
+  if (!sameReferences(before, after)) changes.push_back({&record, encodeDerivedCourse(after)});
+  return true;
+}
+
+bool refersTo(const Record& course, int fileIndex) {
+  return std::binary_search(course.categoriesReferredTo->begin(),
+                            course.categoriesReferredTo->end(), fileIndex);
+}
+
+bool sameRunners(const LRKCategory& a, const LRKCategory& b) {
+  if (a.noOfRunners() != b.noOfRunners()) return false;
+  for (int i = 0; i < a.noOfRunners(); ++i) {
+    if (!equalNoCase(a.runner(i).name(), b.runner(i).name())) return false;
+    if (!equalNoCase(a.runner(i).club(), b.runner(i).club())) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::int32_t renumberCategories(EventStore& store, const TranslationTable& newIndices) {
+  const auto isChanged = [&newIndices](int index) {
+    const bool known = index >= 0 && static_cast<std::size_t>(index) < newIndices.size();
+    return !known || newIndices[static_cast<std::size_t>(index)] != index;
+  };
+  const auto byCategory = [&](LRKDerivedCourse& c) { c.changeCategoryIndices(newIndices); };
+  std::vector<RecordBytes> changes;
+  for (Record& course : store.derivedCourses) {
+    if (!findReferences(store, course)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    const std::vector<int>& categories = *course.categoriesReferredTo;
+    if (std::none_of(categories.begin(), categories.end(), isChanged)) continue;
+    if (!renumber(store, course, byCategory, changes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  }
+  return changes.empty() ? 0 : store.write(changes);
+}
+
+bool renumberRunners(EventStore& store, int fileIndex, const LRKCategory& newCategory,
+                     std::vector<RecordBytes>& changes) {
+  std::vector<Record*> referring;
+  for (Record& course : store.derivedCourses) {
+    if (!findReferences(store, course)) return false;
+    if (refersTo(course, fileIndex)) referring.push_back(&course);
+  }
+  if (referring.empty()) return true;
+
+  std::string bytes;
+  if (!store.read(store.categories[static_cast<std::size_t>(fileIndex)], bytes)) return false;
+  const LRKCategory oldCategory = decodeCategory(bytes, fileIndex);
+  if (sameRunners(oldCategory, newCategory)) return true;
+  TranslationTable newNumbers;
+  oldCategory.createMatchingTLT(newCategory, newNumbers);
+  const auto byRunner = [&](LRKDerivedCourse& c) { c.changeRunnerIndices(fileIndex, newNumbers); };
+  return std::all_of(referring.begin(), referring.end(),
+                     [&](Record* course) { return renumber(store, *course, byRunner, changes); });
+}
+
+}  // namespace larkstone

@@ -1,0 +1,29 @@
+#pragma once
+
+// What a change of categories does to the derived courses that refer to their runners.
+
+#include <cstdint>
+#include <vector>
+
+#include "larkstone/core/ranking.hpp"
+#include "larkstone/event/event_store.hpp"
+#include "larkstone/model/category.hpp"
+
+namespace larkstone {
+
+/// Categories get other file indices, or -1: references to them are removed, as are those to
+/// categories that the event has not got. Writes every derived course whose references change; an
+/// error constant, and nothing changed, when that fails.
+///
+/// Which derived courses refer to which categories is remembered in their table, so that a change
+/// decodes only those it concerns.
+std::int32_t renumberCategories(EventStore& store, const TranslationTable& newIndices);
+
+/// A category is about to be stored. When it has not got the same runners (by name and club) in the
+/// same places, each is looked up in the new one; references to those who are gone are removed.
+/// Appends the derived courses whose references change, to be written along with the category.
+/// False when a record cannot be read.
+bool renumberRunners(EventStore& store, int fileIndex, const LRKCategory& newCategory,
+                     std::vector<RecordBytes>& changes);
+
+}  // namespace larkstone

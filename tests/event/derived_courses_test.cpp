@@ -1,0 +1,208 @@
+// Derived courses: their record, their place in the event and its file, and that they keep to their
+// runners whatever happens to the categories.
+
+#include <algorithm>
+#include <random>
+#include <tuple>
+
+#include "larkstone/analysis/course.hpp"
+#include "larkstone/event/derived_course_codec.hpp"
+
+#include "support.hpp"
+
+namespace larkstone::test {
+namespace {
+
+const std::string handMade =
+    hex("60 0100 C5  61 02  62 01  63 00  64 0200 E07F1F00 1F002000  65 0100 2100") +
+    hex("67 0200 01000200 FFFF0000");
+
+LRKDerivedCourse courseNamed(const std::string& name) {
+  LRKDerivedCourse course;
+  course.name(name);
+  course.requiredLegs(erqlAtLeastOne);
+  course.allowRearrangement(true);
+  course.legs().add(LRK_START_CODE, 31, 0, 0);
+  course.legs().add(31, 32, 0, 0);
+  return course;
+}
+
+TEST(DerivedCourseRecord, EveryByte) {
+  LRKDerivedCourse course = courseNamed("Å");
+  course.codesEqualToStart().add(33);
+  course.addRunner(1, 2);
+  course.addRunner(-1, 0);
+  EXPECT_EQ(encodeDerivedCourse(course), handMade);
+  EXPECT_EQ(encodeDerivedCourse(decodeDerivedCourse(handMade)), handMade);
+}
+
+TEST(DerivedCourseRecord, CutAnywhere) {
+  for (std::size_t length = 0; length < handMade.size(); ++length) {
+    const LRKDerivedCourse read = decodeDerivedCourse(handMade.substr(0, length));
+    EXPECT_EQ(read.name(), length < 4 ? "" : "Å") << length;
+    EXPECT_EQ(read.legs().count(), length < 21 ? 0 : 2) << length;
+    EXPECT_EQ(read.codesEqualToStart().count(), length < 26 ? 0 : 1) << length;
+    EXPECT_EQ(read.noOfRunners(), 0) << length;
+  }
+}
+
+TEST(DerivedCourseRecord, ForeignTagsAndWrongCounts) {
+  // Behind it: the codes equal to the finish, and the runners.
+  const std::tuple<std::string, int, int> rows[] = {
+      {hex("C8 0200 6767"), 1, 1},      // a tag of the future holds a text
+      {hex("62 FF  63 02"), 1, 1},      // any byte but 0 is true
+      {hex("C8 FFFF"), 0, 0},           // a text of -1
+      {hex("65 FFFF"), 0, 0},           // -1 codes
+      {hex("64 FF7F 0100"), 0, 0},      // 32767 legs
+      {hex("67 0500 01000200"), 0, 0},  // 5 runners, 4 in all that follows
+  };
+  for (const auto& [damage, codes, runners] : rows) {
+    const LRKDerivedCourse read =
+        decodeDerivedCourse(hex("60 0100 41") + damage + hex("66 0100 2200  67 0100 00000300"));
+    EXPECT_EQ(read.name(), "A");
+    EXPECT_EQ(read.codesEqualToFinish().count(), codes) << testing::PrintToString(damage);
+    EXPECT_EQ(read.noOfRunners(), runners) << testing::PrintToString(damage);
+  }
+}
+
+// An event with derived courses of the legs S-31-32, and classes whose runners all ran them.
+class DerivedCourses : public EventTest {
+ protected:
+  using Names = std::vector<std::string>;
+
+  DerivedCourses() { EXPECT_EQ(event_.createNewEvent(path_), 0); }
+
+  // "Class 3" has the runners "3.0", "3.1" ...
+  void addClass(int number, int runners) {
+    LRKCategory category = categoryNamed("Class " + std::to_string(number), runners);
+    for (int i = 0; i < runners; ++i) {
+      category.runner(i).name(std::to_string(number) + '.' + std::to_string(i));
+    }
+    ASSERT_EQ(event_.addCategory(category), 0);
+  }
+  static Names namesIn(const LRKCourse& course) {
+    Names names;
+    for (int i = 0; i < course.noOfRunners(); ++i) names.push_back(course.runner(i).name());
+    return names;
+  }
+};
+
+// The bytes stay in the order in which the courses were added.
+TEST_F(DerivedCourses, InTheFile) {
+  for (const char* const name : {"A", "B", "C"}) {
+    ASSERT_EQ(event_.addDerivedCourse(courseNamed(name)), 0);
+  }
+  event_.moveDerivedCourse(2, 0);
+  event_.moveDerivedCourse(1, 3);
+  ASSERT_EQ(event_.deleteDerivedCourse(2), 0);
+  ASSERT_EQ(event_.derivedCourse(1, courseNamed("longer")), 0);
+  EXPECT_EQ(event_.derivedCourseName(1), "longer");
+  ASSERT_EQ(event_.saveEvent(), 0);
+  const std::string a = encodeDerivedCourse(courseNamed("longer"));
+  const std::string c = encodeDerivedCourse(courseNamed("C"));
+  EXPECT_TRUE(bytesOf(path_).ends_with(tablesAndData({}, {c, a}, a + c)));
+  EXPECT_FALSE(event_.derivedCourse(2));
+  EXPECT_FALSE(event_.derivedCourseAsCourse(-1));
+
+  ASSERT_EQ(openBytes(eventFile(Records(4094, hex("43 0100 41")))), 0);
+  EXPECT_EQ(event_.addDerivedCourse(courseNamed("last")), 0);
+  EXPECT_EQ(event_.addDerivedCourse(courseNamed("more")), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(event_.noOfDerivedCourses(), 1);
+}
+
+TEST_F(DerivedCourses, BecomeCoursesWithTheRunnersTheyName) {
+  addClass(0, 1);
+  addClass(1, 3);
+  LRKDerivedCourse derived = courseNamed("Both");
+  for (const auto& [category, runner] : std::vector<std::pair<int, int>>{
+           {1, 2}, {0, 0}, {1, 2}, {0, 1}, {2, 0}, {-1, 0}, {1, 1}, {1, -1}}) {
+    derived.addRunner(category, runner);
+  }
+  const LRKCourse course = event_.convertDerivedCourseToCourse(derived);
+  EXPECT_EQ(namesIn(course), (Names{"1.2", "0.0", "1.1"}));
+  EXPECT_EQ(course.runner(0).categoryName(), "Class 1");
+  EXPECT_EQ(course.runnerAdditionStyleRequiredLegs(), erqlAtLeastOne);
+  EXPECT_TRUE(course.runnerAdditionStyleAllowRearrangement());
+}
+
+// Two runners of one name cannot be told apart when the class changes, but nothing happens to them
+// when it does not.
+TEST_F(DerivedCourses, RunnersOfOneName) {
+  ASSERT_EQ(event_.addCategory(categoryNamed("A", 2)), 0);
+  LRKDerivedCourse derived = courseNamed("Evas");
+  derived.addRunner(0, 0);
+  derived.addRunner(0, 1);
+  ASSERT_EQ(event_.addDerivedCourse(derived), 0);
+  ASSERT_EQ(event_.category(0, event_.category(0)), 0);
+  EXPECT_EQ(event_.derivedCourse(0)->noOfRunners(), 2);
+  event_.category(0)->addRunner(runnerOn({31}));
+  ASSERT_EQ(event_.category(0, event_.category(0)), 0);
+  ASSERT_EQ(event_.derivedCourse(0)->noOfRunners(), 1);
+  EXPECT_EQ(event_.derivedCourse(0)->runnerIndex(0), 2);
+}
+
+// Long series of changes: the course names the same runners, but for those who are gone.
+class RunnersFollowed : public DerivedCourses {
+ protected:
+  RunnersFollowed() { EXPECT_EQ(event_.addDerivedCourse(courseNamed("")), 0); }
+
+  int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(random_); }
+  void refer(const LRKRunner& runner) {
+    if (std::count(named_.begin(), named_.end(), runner.name()) > 0) return;
+    named_.push_back(runner.name());
+    LRKDerivedCourse course = *event_.derivedCourse(0);
+    course.addRunner(runner.categoryIndex(), runner.runnerIndex());
+    ASSERT_EQ(event_.derivedCourse(0, course), 0);
+  }
+  void forget(const std::string& begin) {
+    std::erase_if(named_, [&](const std::string& name) { return name.starts_with(begin); });
+  }
+  // A runner goes, or two change places; one is referred to under the number that storing gave.
+  void store(int index) {
+    const std::shared_ptr<LRKCategory> category = event_.category(index);
+    const int last = category->noOfRunners() - 1;
+    if (last > 0 && upTo(2) == 0) {
+      forget(category->runner(last / 2).name());
+      category->deleteRunner(last / 2);
+    } else {
+      category->moveRunner(upTo(last), upTo(last));
+    }
+    ASSERT_EQ(event_.category(index, category), 0);
+    refer(category->runner(category->noOfRunners() - 1));
+  }
+  void change() {
+    const int last = event_.noOfCategories() - 1;
+    const int index = upTo(std::max(last, 0));
+    const int kind = upTo(6);
+    if (last < 2 || kind == 0) {
+      addClass(++added_, 6);
+    } else if (kind == 1) {
+      forget(event_.categoryName(index).substr(6) + '.');
+      ASSERT_EQ(event_.deleteCategory(index), 0);
+    } else if (kind == 2) {
+      ASSERT_EQ(event_.saveEvent(), 0);
+      ASSERT_EQ(event_.openEvent(path_), 0);
+    } else if (kind == 3) {
+      event_.categorySortFlags(upTo(1) == 0 ? ecsfUnsorted : ecsfSorted);
+      event_.moveCategory(index, upTo(last));
+    } else {
+      store(index);
+    }
+  }
+
+  std::mt19937 random_{1};
+  int added_ = 0;
+  Names named_;
+};
+
+TEST_F(RunnersFollowed, ThroughRandomChanges) {
+  for (int step = 1; step <= 600 && !HasFailure(); ++step) {
+    SCOPED_TRACE(step);
+    change();
+    EXPECT_EQ(event_.derivedCourse(0)->noOfRunners(), static_cast<int>(named_.size()));
+    EXPECT_EQ(namesIn(*event_.derivedCourseAsCourse(0)), named_);
+  }
+}
+
+}  // namespace
+}  // namespace larkstone::test
