@@ -50,16 +50,24 @@ TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag)
   return {};
 }
 
+void skipTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
+  if (encodingOf(tag) == TagEncoding::text) {
+    reader.skipText();
+  } else {
+    readTagValue(reader, range, tag);
+  }
+}
+
 TagValue findTagValue(std::string_view bytes, const TagRange& range, enmFileTag tag) {
   ByteReader reader(bytes);
   while (!reader.atEnd()) {
     const enmFileTag found = readTag(reader);
-    if (found != tag && encodingOf(found) == TagEncoding::text) {
-      reader.skipText();
+    if (found != tag) {
+      skipTagValue(reader, range, found);
       continue;
     }
     TagValue value = readTagValue(reader, range, found);
-    if (found == tag && !reader.failed()) return value;
+    if (!reader.failed()) return value;
   }
   return {};
 }

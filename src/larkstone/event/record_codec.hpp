@@ -38,6 +38,8 @@ inline enmFileTag readTag(ByteReader& reader) { return static_cast<enmFileTag>(r
 /// Reads past a record's value and hands it out where it is a single one. A list gives its count,
 /// a block and a foreign tag nothing.
 TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag);
+/// Only reads past it; a text is not converted.
+void skipTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag);
 
 /// The value of the first record with that tag; nothing when the bytes end before it is complete.
 TagValue findTagValue(std::string_view bytes, const TagRange& range, enmFileTag tag);

@@ -8,31 +8,6 @@ namespace {
 
 constexpr std::int64_t bytesPerPunch = 5;
 
-void skipValue(ByteReader& reader, TagEncoding encoding) {
-  switch (encoding) {
-    case TagEncoding::byte:
-      reader.byte();
-      break;
-    case TagEncoding::integer:
-      reader.integer();
-      break;
-    case TagEncoding::longInteger:
-      reader.longInteger();
-      break;
-    case TagEncoding::single:
-      reader.single();
-      break;
-    case TagEncoding::date:
-      reader.real();
-      break;
-    case TagEncoding::punchList:
-      reader.raw(reader.integer() * bytesPerPunch);
-      break;
-    default:
-      reader.skipText();
-  }
-}
-
 }  // namespace
 
 RunnerBlock::RunnerBlock(std::string_view block) {
@@ -41,7 +16,7 @@ RunnerBlock::RunnerBlock(std::string_view block) {
     const enmFileTag tag = readTag(reader);
     const bool known = isIn(runnerTags, tag);
     const std::size_t begin = reader.position();
-    skipValue(reader, known ? encodingOf(tag) : TagEncoding::text);
+    skipTagValue(reader, runnerTags, tag);
     if (!known || reader.failed()) continue;
     values_[static_cast<std::size_t>(tag - runnerTags.first)] =
         block.substr(begin, reader.position() - begin);
