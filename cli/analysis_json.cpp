@@ -153,7 +153,9 @@ void writeRunnerLeg(JsonWriter& json, const LRKRunner& runner, const Stages& sta
   json.beginObject();
   fields.number("beginPunchIndex", runner.legs().beginPunchIndex(i));
   fields.number("endPunchIndex", runner.legs().endPunchIndex(i));
-  forEachStyle(json, "time", [&](enmLegStyle style) { fields.time(runner.time(i, style)); });
+  const auto times = runner.times(i);
+  forEachStyle(json, "time",
+               [&](enmLegStyle style) { fields.time(times[static_cast<std::size_t>(style)]); });
   fields.boolean("timeIsEstimated", runner.timeIsEstimated(i, elstLeg));
   forEachStyle(json, "place", [&](enmLegStyle style) {
     stages.style(style) ? json.number(std::int64_t{runner.place(i, style)}) : json.null();

@@ -78,14 +78,6 @@ int finishersOf(const LRKCategory& category) {
   return finishers;
 }
 
-// A line holds one line of text only, whatever the name.
-std::string nameOf(const LRKCategory& category) {
-  std::string name = category.name().empty() ? "(no name)" : category.name();
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; };
-  std::replace_if(name.begin(), name.end(), isControl, ' ');
-  return name;
-}
-
 // In characters: every byte that does not continue one.
 std::size_t widthOf(const std::string& utf8) {
   return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
@@ -104,7 +96,7 @@ void SummaryTable::add(const LRKCourse& course, const LRKCategory& category) {
   const enmTimeAccuracy accuracy = std::min(course.timeAccuracy(), etacSeconds);
   Line line;
   line.fill(none);
-  line[0] = nameOf(category);
+  line[0] = displayName(category.name());
   line[1] = std::to_string(category.noOfRunners());
   line[2] = std::to_string(finishersOf(category));
   line[3] = timeText(winnersTime(category), accuracy);

@@ -137,8 +137,8 @@ std::string counted(int count, const std::string& what) {
 
 // Both ways to write a category return false when the user asked to stop.
 bool writeText(Output& output, const LRKCategory& category) {
-  output.write((category.name().empty() ? "(no name)" : category.name()) + ": " +
-               counted(category.noOfRunners(), "runner") + "\n");
+  output.write(displayName(category.name()) + ": " + counted(category.noOfRunners(), "runner") +
+               "\n");
   if (category.noOfRunners() == 0) return true;
   CoursesOfCategory courses(category);
   for (const Sequence& forking : courses.forkings()) {

@@ -36,7 +36,7 @@ std::string controlsText(const LRKCategory& category) {
 }
 
 void writeCategoryLine(Output& output, const LRKCategory& category) {
-  std::string line = category.name().empty() ? "(no name)" : category.name();
+  std::string line = displayName(category.name());
   line += ": " + std::to_string(category.noOfRunners()) +
           (category.noOfRunners() == 1 ? " runner, " : " runners, ") +
           nameOf(category.courseType()) + ", " + controlsText(category);

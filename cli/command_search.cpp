@@ -135,18 +135,12 @@ void readCriteria(SearchOptions& options, const std::vector<std::string>& words)
   }
 }
 
-// A field holds no tab and no line end, whatever the file says.
-std::string field(std::string text) {
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; };
-  std::replace_if(text.begin(), text.end(), isControl, ' ');
-  return text;
-}
-
+// A line per runner, fields apart by tabs.
 void writeLine(Output& output, const LRKRunner& runner) {
   const Time time = runner.resultTime();
   const enmTimeAccuracy accuracy = std::min(getTimeAccuracy(time), etacSeconds);
-  output.write(field(runner.categoryName()) + "\t" + field(runner.name()) + "\t" +
-               field(runner.club()) + "\t" + timeToString(time, etstHMS, accuracy, true, "::.") +
+  output.write(oneLine(runner.categoryName()) + "\t" + oneLine(runner.name()) + "\t" +
+               oneLine(runner.club()) + "\t" + timeToString(time, etstHMS, accuracy, true, "::.") +
                "\t" + std::string(iofStatusText(runner.status())) + "\n");
 }
 

@@ -1,5 +1,6 @@
 #include "cli/output.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -14,6 +15,16 @@ namespace {
 constexpr std::size_t flushSize = 1 << 16;
 
 }  // namespace
+
+std::string oneLine(std::string text) {
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; };
+  std::replace_if(text.begin(), text.end(), isControl, ' ');
+  return text;
+}
+
+std::string displayName(const std::string& categoryName) {
+  return categoryName.empty() ? "(no name)" : oneLine(categoryName);
+}
 
 Output::Output(std::string path) : path_(std::move(path)) {
   if (path_ != "-") {

@@ -12,6 +12,12 @@ class WholeFile;
 
 namespace larkstone::cli {
 
+/// A text from a file that keeps to its place in a line of output: control characters, line ends
+/// and tabs among them, become blanks.
+std::string oneLine(std::string text);
+/// A category's name in a line of output; "(no name)" when it has none.
+std::string displayName(const std::string& categoryName);
+
 class Output {
  public:
   /// "-" is standard output. Nothing of a file is seen under its name before close().
