@@ -18,11 +18,18 @@ inline double processorSeconds() {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
+/// What passes on the wall: for work that waits for the disk.
+inline double wallSeconds() {
+  timespec time{};
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
 template <class Work>
-double secondsOf(Work&& work) {
-  const double start = processorSeconds();
+double secondsOf(Work&& work, double (*clock)() = processorSeconds) {
+  const double start = clock();
   work();
-  return processorSeconds() - start;
+  return clock() - start;
 }
 
 /// The times of one piece of work in all iterations.
@@ -43,13 +50,14 @@ class Times {
 /// Runs floor and work in turn; the counter "ratio" is work to floor. `prepare` makes what `work`
 /// is given anew, and is not timed.
 template <class Prepare, class Work, class Floor>
-void compare(benchmark::State& state, Prepare prepare, Work work, Floor floor) {
+void compare(benchmark::State& state, Prepare prepare, Work work, Floor floor,
+             double (*clock)() = processorSeconds) {
   Times works;
   Times floors;
   for (auto _ : state) {
-    floors.add(secondsOf(floor));
+    floors.add(secondsOf(floor, clock));
     auto subject = prepare();
-    const double seconds = secondsOf([&] { work(subject); });
+    const double seconds = secondsOf([&] { work(subject); }, clock);
     works.add(seconds);
     state.SetIterationTime(seconds);
   }
