@@ -44,19 +44,33 @@ void writeCategoryLine(Output& output, const LRKCategory& category) {
   output.write(line + "\n");
 }
 
+// What the record says, without decoding the course.
+void writeDerivedCourseLine(Output& output, const LRKEvent& event, int index) {
+  const auto counted = [&event, index](enmFileTag tag, const std::string& what) {
+    const auto count = fromTagValue<int>(event.extractDerivedCourseTag(index, tag)).value_or(0);
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+  };
+  output.write(displayName(event.derivedCourseName(index)) + ": " +
+               counted(etagDerivedCourseNoOfRunners, "runner") + ", " +
+               counted(etagDerivedCourseNoOfLegs, "leg") + "\n");
+}
+
 void writeText(Output& output, LRKEvent& event) {
-  output.write("name: " + event.name() + "\n");
+  output.write("name: " + oneLine(event.name()) + "\n");
   forEachSetProperty(event, [&output](std::string_view name, const TagValue& value) {
-    output.write(std::string(name) + ": " + textOf(value).value_or("") + "\n");
+    output.write(std::string(name) + ": " + oneLine(textOf(value).value_or("")) + "\n");
   });
   output.write("noOfCategories: " + std::to_string(event.noOfCategories()) + "\n");
-  if (event.noOfDerivedCourses() > 0) {
-    output.write("noOfDerivedCourses: " + std::to_string(event.noOfDerivedCourses()) + "\n");
+  const int derivedCourses = event.noOfDerivedCourses();
+  if (derivedCourses > 0) {
+    output.write("noOfDerivedCourses: " + std::to_string(derivedCourses) + "\n");
   }
   if (event.noOfCategories() > 0) output.write("\n");
   for (int i = 0; i < event.noOfCategories(); ++i) {
     if (const auto category = event.category(i)) writeCategoryLine(output, *category);
   }
+  if (derivedCourses > 0) output.write("\nderived courses\n");
+  for (int i = 0; i < derivedCourses; ++i) writeDerivedCourseLine(output, event, i);
 }
 
 int info(const InfoOptions& options) {

@@ -9,6 +9,8 @@
 #include <nlohmann/json.hpp>
 #include <sys/wait.h>
 
+#include "larkstone/event/event.hpp"
+
 #include "cli/analysis_summary.hpp"
 #include "support/temp_folder.hpp"
 
@@ -138,6 +140,25 @@ TEST_F(ProgramTest, AnEventFileHoldsWhatTheListSays) {
     runners[category["name"]] += category["noOfRunners"].get<int>();
   EXPECT_EQ(runners,
             (std::map<std::string, int>{{"D21", 9}, {"H21", 16}, {"H45", 8}, {"Sprint", 8}}));
+}
+
+TEST_F(ProgramTest, InfoGivesEveryThingALine) {
+  LRKEvent event;
+  event.tempFilePath(folder_ / "");
+  ASSERT_EQ(event.createNewEvent(folder_ / "event.lrk4"), 0);
+  event.name("Night\nrace");
+  LRKDerivedCourse course;
+  course.name("Long\nloop");
+  LRKLegs legs;
+  legs.add(31, 32, 0, 0);
+  legs.add(32, 33, 0, 0);
+  course.legs(legs);
+  course.noOfRunners(1);
+  ASSERT_EQ(event.addDerivedCourse(course), 0);
+  ASSERT_EQ(event.saveEvent(), 0);
+  const std::string out = run("info " + event.filename()).out;
+  EXPECT_EQ(out.substr(0, out.find('\n')), "name: Night race");
+  EXPECT_EQ(out.substr(out.find("\nderived")), "\nderived courses\nLong loop: 1 runner, 2 legs\n");
 }
 
 TEST_F(ProgramTest, AnalysisIsTheSameBeforeAndAfterSaving) {

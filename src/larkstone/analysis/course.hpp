@@ -119,8 +119,9 @@ class LRKCourse {
                               bool allowMerging);
 
   /// Maps the runner's punches onto the legs under the addition style and keeps a clone with one
-  /// leg per course leg. False when the runner does not fit or the course is full (32767 runners).
-  /// References to runners of the course that were handed out before no longer hold.
+  /// leg per course leg. False when the runner does not fit or the course is full: with 32767
+  /// runners, or 2^23 legs of all runners together. References to runners of the course that were
+  /// handed out before no longer hold.
   bool addRunner(const LRKRunner& runner);
   /// Adds the first noOfRunners of the list; returns how many were accepted.
   int addRunnersFromArray(int noOfRunners, const std::vector<LRKRunner>& runners);

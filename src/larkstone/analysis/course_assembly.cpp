@@ -1,6 +1,7 @@
 // Maps a runner onto the legs of a course.
 
 #include <algorithm>
+#include <cstdint>
 #include <type_traits>
 
 #include "larkstone/analysis/course.hpp"
@@ -12,6 +13,14 @@ namespace larkstone {
 static_assert(std::is_nothrow_move_constructible_v<LRKRunner>);
 
 namespace {
+
+// A style that asks for no legs gives every runner as many legs as the course has, run or not. A
+// small file can name many of both: a course takes about a gigabyte and no more.
+bool isFull(const LRKCourse& course) {
+  constexpr std::int64_t mostLegs = std::int64_t{1} << 23;
+  const std::int64_t runners = course.noOfRunners();
+  return runners >= LRK_MAX_LIST || (runners + 1) * course.noOfLegs() > mostLegs;
+}
 
 // Finds every leg of a course among the legs that a runner ran.
 class CourseMapping {
@@ -114,7 +123,7 @@ bool CourseMapping::map(LRKLegs& mapped) {
 }  // namespace
 
 bool LRKCourse::addRunner(const LRKRunner& runner) {
-  if (noOfRunners() >= LRK_MAX_LIST) return false;
+  if (isFull(*this)) return false;
   LRKLegs run = runner.punches().toLegs();
   CourseMapping mapping(*this, run);
   LRKLegs mapped;
