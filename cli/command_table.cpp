@@ -1,4 +1,4 @@
-// larkstone table: the split table of one category as a web page.
+// larkstone table: the split table of one category as a web page or as text.
 
 #include <memory>
 #include <string>
@@ -26,7 +26,8 @@ struct TableOptions {
   CommonOptions common;
   AnalysisOptions analysis;
   std::string file;
-  bool html = true;
+  bool html = false;
+  bool text = false;
   std::string language;  // FILE:COLUMN
   bool places = false;
   bool startTimes = false;
@@ -83,11 +84,16 @@ int writeTable(const TableOptions& options, const EventInput& input, int categor
   table.topPlace(static_cast<std::int16_t>(options.top));
   table.baseURL(options.baseURL);
   sortRunners(table, *course, options.analysis.sort);
-  table.createHTMLTable();
+  if (options.text) {
+    table.createTextTable();
+  } else {
+    table.createHTMLTable();
+  }
   if (interrupted()) return exitInterrupted;
 
   Output output(options.common.output);
-  output.write(pageOf(table, input.event->name(), category->name()));
+  output.write(options.text ? table.textTableString()
+                            : pageOf(table, input.event->name(), category->name()));
   return output.close() ? input.exitCode : exitFailed;
 }
 
@@ -114,7 +120,10 @@ int tableCommand(const TableOptions& options) {
 Run declareTable(CLI::App& command) {
   const auto options = std::make_shared<TableOptions>();
   command.add_option("FILE", options->file, "An event file or a result list")->required();
-  command.add_flag("--html", options->html, "Write a complete web page (the default)");
+  CLI::Option* html =
+      command.add_flag("--html", options->html, "Write a complete web page (the default)");
+  command.add_flag("--text", options->text, "Write plain text with tabs between the columns")
+      ->excludes(html);
   command
       .add_option("--language", options->language,
                   "Captions from a tab-separated file; column 0 is the first behind the keys")

@@ -334,6 +334,38 @@ TEST(TableTest, MispuncherInTheTable) {
   EXPECT_EQ(contents(table, 5), "&nbsp; 1.10 2 &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; ");
 }
 
+// Cy misses 31, and a tab and a line end in names stay within their cells.
+TEST(TableTest, AsText) {
+  LRKRunner ada = runner("S-31-F", {36000, 36060, 36150}, "Ada\tA");
+  ada.club("R&D\n\"1\"");
+  LRKRunner cy = runner("S-31-F", {36000, -1, 36200}, "Cy");
+  cy.status(estaDisqualified);
+  LRKCourse course = courseOf({runner("S-31-F", {36120, 36190, 36260}, "Bo"), ada, cy});
+  clsLarkstoneOnlineTable table = tableOf(course);
+  table.sort(esorTotalTime, 1);
+  table.relativeLegTimes(true);
+  table.createTextTable();
+  EXPECT_EQ(table.textTableString(),
+            "place\tname\tfinishTimeDifference\tstartName-1 (31)\t1-finishName\tname\r\n"
+            "\tclub\t\t\t\tclub\r\n"
+            "1\tBo\t+0.00\t+0.10\t+0.00\tBo\r\n\t\t\t1.10\t2.20\t\r\n"
+            "2\tAda A\t+0.10\t+0.00\t+0.20\tAda A\r\n"
+            "\tR&D \"1\"\t\t1.00\t2.30\tR&D \"1\"\r\n"
+            "\tCy\tstatus_disq\t\t\tCy\r\n\t\t\t\t\t\r\n");
+  table.relativeLegTimes(false);
+  table.passingEndTimes(true);
+  table.showPlaces(true);
+  table.showStartTimes(true);
+  table.showFinishTimes(true);
+  table.createTextTable();
+  EXPECT_THAT(table.textTableString(),
+              HasSubstr("\tclub\t\t\t\t\t\t\t\tclub\r\n1\tBo\t10:02.00\t"));
+  EXPECT_THAT(table.textTableString(),
+              HasSubstr("\t2.30\t+0.10\t1.00\t(1)\t1.30\t(2)\tAda A\r\n\tR&D \"1\"\t\t\t\t"
+                        "10:01.00\t(1)\t10:02.30\t(1)\tR&D"));
+  EXPECT_THAT(table.textTableString(), HasSubstr("Cy\t10:00.00\t\tstatus_disq\t\t\t\t\tCy"));
+}
+
 TEST(TableTest, NothingToShow) {
   clsLarkstoneOnlineTable table;
   LRKCourse empty;

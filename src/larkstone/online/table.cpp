@@ -5,6 +5,7 @@
 
 #include "larkstone/analysis/course.hpp"
 #include "larkstone/online/html_table.hpp"
+#include "larkstone/online/text_table.hpp"
 #include "larkstone/platform/clock.hpp"
 
 namespace larkstone {
@@ -49,6 +50,13 @@ void clsLarkstoneOnlineTable::createHTMLTable() {
   styleString_ = std::move(html.style);
   scriptString_ = std::move(html.script);
   htmlTableCreationTime_ = elapsedText(performanceCounter() - start);
+}
+
+void clsLarkstoneOnlineTable::createTextTable() {
+  const double start = performanceCounter();
+  const LRKCourse none{};
+  textTableString_ = writeTextTable(*this, course_ != nullptr ? *course_ : none);
+  textTableCreationTime_ = elapsedText(performanceCounter() - start);
 }
 
 }  // namespace larkstone

@@ -1,6 +1,6 @@
 #pragma once
 
-// The split table of a course for a web page.
+// The split table of a course, for a web page or as text.
 
 #include <string>
 #include <string_view>
@@ -89,6 +89,12 @@ class clsLarkstoneOnlineTable {
   /// How long createHTMLTable() took: "12.3 ms".
   const std::string& htmlTableCreationTime() const { return htmlTableCreationTime_; }
 
+  /// Makes the same table as plain text from everything as it is now: cells with tabs between them,
+  /// lines ended by CR LF, places in parentheses. Settings of looks and links do not matter to it.
+  void createTextTable();
+  const std::string& textTableString() const { return textTableString_; }
+  const std::string& textTableCreationTime() const { return textTableCreationTime_; }
+
   static std::string colorToHexColor(Color color) { return larkstone::colorToHexColor(color); }
   static Color hexColorToColor(std::string_view hexColor) {
     return larkstone::hexColorToColor(hexColor);
@@ -107,6 +113,8 @@ class clsLarkstoneOnlineTable {
   std::string styleString_;
   std::string scriptString_;
   std::string htmlTableCreationTime_;
+  std::string textTableString_;
+  std::string textTableCreationTime_;
 };
 
 }  // namespace larkstone

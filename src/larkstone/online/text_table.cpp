@@ -1,0 +1,106 @@
+#include "larkstone/online/text_table.hpp"
+
+#include <string_view>
+#include <utility>
+
+#include "larkstone/online/table.hpp"
+#include "larkstone/online/table_content.hpp"
+
+namespace larkstone {
+
+namespace {
+
+class TextTableWriter {
+ public:
+  TextTableWriter(const clsLarkstoneOnlineTable& table, const LRKCourse& course)
+      : table_(table), content_(table, course) {}
+
+  std::string write() {
+    writeHeader();
+    for (int runner = 0; runner < content_.noOfRunners(); ++runner) writeRunner(runner);
+    return std::move(text_);
+  }
+
+ private:
+  // A tab or a line end of a name would begin a cell or a line of its own.
+  void cell(std::string_view content) {
+    if (!atLineStart_) text_ += '\t';
+    atLineStart_ = false;
+    for (const char c : content) text_ += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+  }
+
+  void endLine() {
+    text_ += "\r\n";
+    atLineStart_ = true;
+  }
+
+  // Start, finish and difference; the two times only where they are shown.
+  void timeCells(std::string_view start, std::string_view finish, std::string_view difference) {
+    if (table_.showStartTimes()) cell(start);
+    if (table_.showFinishTimes()) cell(finish);
+    cell(difference);
+  }
+
+  void legCell(std::string_view time, const std::string& place = {}) {
+    cell(time);
+    if (table_.showPlaces()) cell(place.empty() ? place : "(" + place + ")");
+  }
+
+  void legCells(int runner, enmLegStyle style) {
+    for (int i = 0; i < content_.noOfLegs(); ++i) {
+      const LegCell leg = content_.legCell(runner, i, style);
+      legCell(leg.time, leg.place);
+    }
+  }
+
+  void writeHeader() {
+    const std::string& name = table_.caption("name");
+    cell(table_.caption("place"));
+    cell(name);
+    timeCells(table_.caption("startTime"), table_.caption("finishTime"),
+              table_.caption("finishTimeDifference"));
+    for (int i = 0; i < content_.noOfLegs(); ++i) legCell(content_.legDescription(i));
+    cell(name);
+    endLine();
+
+    const std::string& club = table_.caption("club");
+    cell("");
+    cell(club);
+    timeCells("", "", "");
+    for (int i = 0; i < content_.noOfLegs(); ++i) legCell("");
+    cell(club);
+    endLine();
+  }
+
+  void writeRunner(int runner) {
+    const std::string name = content_.name(runner);
+    cell(content_.place(runner));
+    cell(name);
+    timeCells(content_.startTime(runner), content_.finishTime(runner),
+              content_.finishTimeDifference(runner));
+    legCells(runner, elstLeg);
+    cell(name);
+    endLine();
+
+    const std::string club = content_.club(runner);
+    cell("");
+    cell(club);
+    timeCells("", "", "");
+    legCells(runner, content_.secondRowStyle());
+    cell(club);
+    endLine();
+  }
+
+  const clsLarkstoneOnlineTable& table_;
+  TableContent content_;
+  std::string text_;
+  bool atLineStart_ = true;
+};
+
+}  // namespace
+
+std::string writeTextTable(const clsLarkstoneOnlineTable& table, const LRKCourse& course) {
+  return TextTableWriter(table, course).write();
+}
+
+}  // namespace larkstone
