@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <random>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -22,10 +24,19 @@ struct Freed {
   void operator()(char* text) const { std::free(text); }
 };
 
-// The file behind symbolic links, so that replacing it does not replace a link.
-std::string resolved(const std::string& path) {
-  const std::unique_ptr<char, Freed> real(::realpath(path.c_str(), nullptr));
-  return real ? real.get() : path;
+// The file behind symbolic links, or where it is to be, so that replacing it does not replace a
+// link.
+std::string resolved(std::string path) {
+  constexpr int mostLinks = 40;
+  for (int i = 0; i < mostLinks; ++i) {
+    const std::unique_ptr<char, Freed> real(::realpath(path.c_str(), nullptr));
+    if (real) return real.get();
+    std::error_code failed;
+    const auto next = std::filesystem::read_symlink(path, failed);
+    if (failed) break;
+    path = (std::filesystem::path(path).parent_path() / next).string();
+  }
+  return path;
 }
 
 std::string folderOf(const std::string& path) {
@@ -167,7 +178,23 @@ bool File::writeAt(std::int64_t position, std::string_view bytes) {
 
 bool File::truncate(std::int64_t size) { return ::ftruncate(handle_, size) == 0; }
 
-bool File::flush() { return ::fsync(handle_) == 0; }
+bool File::flush() {
+  while (::fsync(handle_) != 0) {
+    // Some file systems have nothing to wait for.
+    if (errno != EINTR) return errno == EINVAL || errno == ENOTSUP;
+  }
+  return true;
+}
+
+bool File::takeAccessOf(const std::string& path) {
+  struct stat status {};
+  if (!isOpen() || ::stat(path.c_str(), &status) != 0) return false;
+  // Only root may give a file away, but its owner may give it to a group that he is in.
+  constexpr auto sameOwner = static_cast<uid_t>(-1);
+  const bool given = ::fchown(handle_, status.st_uid, status.st_gid) == 0 ||
+                     ::fchown(handle_, sameOwner, status.st_gid) == 0;
+  return ::fchmod(handle_, status.st_mode & 07777) == 0 && given;
+}
 
 void File::close() {
   if (isOpen()) ::close(std::exchange(handle_, -1));
@@ -197,14 +224,12 @@ bool WholeFile::write(std::string_view bytes) {
 bool WholeFile::commit() {
   if (failed_ || !file_.isOpen()) return false;
   if (draft_.empty()) return true;
-  // A file that is replaced keeps its permissions.
-  struct stat status {};
-  if (::stat(target_.c_str(), &status) == 0 &&
-      ::chmod(draft_.c_str(), status.st_mode & 07777) != 0) {
-    return false;
-  }
+  file_.takeAccessOf(
+      target_);  // where that is not possible, the file is still the user's, and whole
   if (!file_.flush() || !renameFile(draft_, target_)) return false;
   file_.close();
+  // The change of names, too. Not every folder can be flushed; the target is whole either way.
+  File(folderOf(target_), File::Mode::read).flush();
   return true;
 }
 

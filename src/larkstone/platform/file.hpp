@@ -55,6 +55,9 @@ class File {
   bool truncate(std::int64_t size);
   /// Waits until the bytes are on the disk.
   bool flush();
+  /// Gives the file the owner, group and permissions of another one, as far as the user may; false
+  /// when something of it could not be given.
+  bool takeAccessOf(const std::string& path);
   void close();
 
  private:
@@ -62,8 +65,12 @@ class File {
 };
 
 /// A file that appears under its name whole or not at all: it is written beside the target and
-/// renamed over it by commit(). Without a commit nothing of it is left. Something that is not a
-/// regular file (a device, a pipe) is written directly.
+/// renamed over it by commit(), which waits until it is on the disk. Without a commit nothing of it
+/// is left, unless the program is killed: then a draft "lrk*.tmp" stays beside the target.
+///
+/// The new file is as accessible as the old one was. A symbolic link goes on pointing at it; other
+/// hard links keep the old file. Something that is not a regular file (a device, a pipe) is written
+/// directly.
 class WholeFile {
  public:
   explicit WholeFile(const std::string& path);
