@@ -1,4 +1,4 @@
-// Event files: their bytes, damage to them, and what stands on the disk.
+// Event files: their bytes, the texts in them, and damage to them.
 
 #include <cstring>
 #include <tuple>
@@ -144,78 +144,6 @@ TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
     if (runners == 0) continue;
     EXPECT_EQ(category.runner(runners - 1).punches().count(), punches);
   }
-}
-
-// A saved event with A, and B that is not saved yet.
-class Disk : public EventTest {
- protected:
-  Disk() {
-    EXPECT_EQ(event_.createNewEvent(path_), 0);
-    EXPECT_EQ(event_.addCategory(categoryNamed("A")), 0);
-    EXPECT_EQ(event_.saveEvent(), 0);
-    whole_ = bytesOf(path_);
-    EXPECT_EQ(event_.addCategory(categoryNamed("B")), 0);
-    other_.tempFilePath(work_);
-  }
-
-  std::string whole_;
-  LRKEvent other_;
-};
-
-TEST_F(Disk, PlacesWhereNoFileCanBe) {
-  const std::string missing = folder_ + "/missing/event.lrk4";
-  fs::permissions(path_, fs::perms::owner_read);
-  EXPECT_EQ(event_.createNewEvent(path_), LRK_FILE_ALREADY_EXISTS);
-  EXPECT_EQ(event_.saveEvent(), LRK_FILE_READONLY);
-  EXPECT_EQ(event_.saveEvent(missing), LRK_COULD_NOT_OPEN_FILE);
-  EXPECT_EQ(event_.saveEvent(work_), LRK_COULD_NOT_OPEN_FILE);
-  EXPECT_EQ(other_.openEvent(path_), LRK_FILE_READONLY);
-  EXPECT_EQ(other_.openEvent(missing), LRK_FILE_DOES_NOT_EXIST);
-  EXPECT_EQ(other_.openEvent(folder_), LRK_COULD_NOT_OPEN_FILE);
-  other_.tempFilePath(folder_ + "/missing");
-  EXPECT_EQ(other_.createNewEvent(missing), LRK_COULD_NOT_CREATE_FILE);
-  // The old file is whole, with no draft beside it, and the event can still be saved elsewhere.
-  EXPECT_EQ(bytesOf(path_), whole_);
-  EXPECT_EQ(filesIn(folder_).size(), 2U);
-  EXPECT_EQ(event_.saveEvent(folder_ + "/elsewhere.lrk4"), 0);
-}
-
-TEST_F(Disk, WorkingFilesArePrivateAndGoAway) {
-  ASSERT_EQ(other_.openEvent(path_), 0);
-  EXPECT_EQ(filesIn(work_).size(), 2U);
-  EXPECT_EQ(other_.closeEvent(), 0);
-  ASSERT_EQ(filesIn(work_).size(), 1U);
-  const fs::path file = filesIn(work_)[0];
-  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-  fs::resize_file(file, 10);
-  EXPECT_EQ(event_.category(0), nullptr);
-  EXPECT_EQ(event_.saveEvent(), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-  EXPECT_EQ(bytesOf(path_), whole_);
-  EXPECT_EQ(event_.closeEvent(), 0);
-  EXPECT_TRUE(filesIn(work_).empty());
-  EXPECT_EQ(event_.addCategory(categoryNamed("C")), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
-}
-
-TEST_F(Disk, TwoEventsOnOneFile) {
-  ASSERT_EQ(other_.openEvent(path_), 0);
-  ASSERT_EQ(event_.saveEvent(), 0);
-  EXPECT_EQ(other_.category(0)->name(), "A");
-  ASSERT_EQ(other_.category(0, std::make_shared<LRKCategory>(categoryNamed("A2"))), 0);
-  ASSERT_EQ(other_.saveEvent(), 0);
-  EXPECT_EQ(event_.category(0)->name(), "A");
-  ASSERT_EQ(event_.openEvent(path_), 0);
-  EXPECT_EQ(event_.category(0)->name(), "A2");
-}
-
-// Bytes that are no longer used are cleared out of the working file now and then.
-TEST_F(Disk, StoringOverAndOverDoesNotFillTheDisk) {
-  for (int i = 0; i < 20; ++i) {
-    const auto megabyte = std::make_shared<LRKCategory>(categoryNamed(std::to_string(i), 30000));
-    ASSERT_EQ(event_.category(0, megabyte), 0);
-    EXPECT_LT(fs::file_size(filesIn(work_)[0]), 10'000'000U);
-  }
-  EXPECT_EQ(event_.category(0)->name(), "19");
-  EXPECT_EQ(event_.category(1)->name(), "B");
 }
 
 }  // namespace

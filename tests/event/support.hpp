@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "larkstone/event/event.hpp"
 
@@ -20,6 +22,21 @@ namespace larkstone::test {
 inline std::string bytesOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// In memory where that is possible: every save waits for the disk.
+inline std::string placeForFolders() {
+  return ::access("/dev/shm", W_OK) == 0 ? "/dev/shm/" : testing::TempDir();
+}
+
+/// What the work returns in a process of its own; -1 when that ended otherwise.
+template <class Work>
+int inChild(Work&& work) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(static_cast<int>(work()));
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 /// An event and a fresh folder for its file, with another for working files within.
@@ -46,7 +63,7 @@ class EventTest : public testing::Test {
     return {begin(files), end(files)};
   }
 
-  std::string folder_ = testing::TempDir() + "larkstone-event-XXXXXX";
+  std::string folder_ = placeForFolders() + "larkstone-event-XXXXXX";
   std::string path_;
   std::string work_;
   LRKEvent event_;
