@@ -3,10 +3,12 @@
 
 #include <csignal>
 #include <random>
+#include <tuple>
 
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include "larkstone/event/category_codec.hpp"
 
@@ -156,6 +158,31 @@ TEST_F(Disk, AFullDisk) {
   expectWhole(true);
 }
 
+// As somebody who owns neither the folder nor the file in it.
+TEST_F(Disk, WhereTheUserMayNotWrite) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can become somebody else";
+  const std::tuple<unsigned, unsigned, std::int32_t> rows[] = {
+      {0755, 0666, LRK_FILE_READONLY},         // the folder
+      {0755, 0000, LRK_COULD_NOT_OPEN_FILE},   // and there is no file
+      {0777, 0644, LRK_FILE_READONLY},         // the file
+      {01777, 0666, LRK_COULD_NOT_OPEN_FILE},  // may be written but not replaced
+      {0777, 0666, 0},
+  };
+  for (const auto& [ofFolder, ofFile, expected] : rows) {
+    fs::permissions(folder_, fs::perms{ofFolder});
+    fs::permissions(path_, fs::perms{ofFile});
+    const std::string path = ofFile == 0 ? folder_ + "/new.lrk4" : path_;
+    const int code = inChild([&] {
+      if (::setgid(65534) != 0 || ::setuid(65534) != 0) return -1;
+      const std::int32_t result = event_.saveEvent(path);
+      return event_.category(1)->name() == "B" ? result : -1;
+    });
+    EXPECT_EQ(code, expected) << std::oct << ofFolder << ' ' << ofFile;
+    expectWhole(expected == 0);
+    EXPECT_EQ(filesIn(folder_).size(), 2U);
+  }
+}
+
 TEST_F(Disk, PlacesWhereNoFileCanBe) {
   const std::string missing = folder_ + "/missing/event.lrk4";
   fs::permissions(path_, fs::perms::owner_read);
@@ -168,6 +195,8 @@ TEST_F(Disk, PlacesWhereNoFileCanBe) {
   EXPECT_EQ(other_.openEvent(missing), LRK_FILE_DOES_NOT_EXIST);
   EXPECT_EQ(other_.openEvent(folder_), LRK_COULD_NOT_OPEN_FILE);
   EXPECT_EQ(filesIn(folder_).size(), 2U);
+  ASSERT_EQ(::mkfifo((folder_ + "/pipe").c_str(), 0600), 0);
+  EXPECT_EQ(other_.openEvent(folder_ + "/pipe"), LRK_COULD_NOT_OPEN_FILE) << "nobody writes there";
   other_.tempFilePath(folder_ + "/missing");
   EXPECT_EQ(other_.createNewEvent(missing), LRK_COULD_NOT_CREATE_FILE);
   // The old file is whole, and the event can still be saved elsewhere.

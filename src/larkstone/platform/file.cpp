@@ -78,6 +78,20 @@ bool fileExists(const std::string& path) {
 
 bool removeFile(const std::string& path) { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
 
+bool isRegularFile(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool mayReplaceFile(const std::string& path) {
+  const auto isWritable = [](const std::string& name) {
+    return ::faccessat(AT_FDCWD, name.c_str(), W_OK, AT_EACCESS) == 0;
+  };
+  if (!fileExists(path)) return true;
+  if (isReadOnlyFile(path) || !isWritable(path)) return false;
+  return !isRegularFile(path) || isWritable(folderOf(resolved(path)));
+}
+
 bool isReadOnlyFile(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) == 0;

@@ -21,6 +21,11 @@ bool fileExists(const std::string& path);
 bool removeFile(const std::string& path);
 /// Whether the owner may not write the file; also true for root then.
 bool isReadOnlyFile(const std::string& path);
+/// False for folders, devices and pipes, on which a reader might wait for ever.
+bool isRegularFile(const std::string& path);
+/// False for a file that this user may not replace: a read-only one, also for root; one that the
+/// user may not write; one in a folder that he may not write.
+bool mayReplaceFile(const std::string& path);
 /// Reads a whole file; false (and empty bytes) when it cannot be read.
 bool readFile(const std::string& path, std::string& bytes);
 /// Moves a file over another one in one step.
