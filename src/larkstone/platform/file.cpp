@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
-#include <random>
 #include <system_error>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -122,10 +123,14 @@ bool renameFile(const std::string& from, const std::string& to) {
 
 std::string freshFileName(const std::string& folder) {
   constexpr std::string_view letters = "0123456789abcdefghijklmnopqrstuvwxyz";
-  std::random_device random;
   for (;;) {
+    std::uint64_t number = 0;
+    if (::getentropy(&number, sizeof number) != 0) {
+      number =
+          static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+    }
     std::string name = folder + "lrk";
-    for (int i = 0; i < 12; ++i) name += letters[random() % letters.size()];
+    for (int i = 0; i < 12; ++i, number /= letters.size()) name += letters[number % letters.size()];
     name += ".tmp";
     if (!fileExists(name)) return name;
   }
