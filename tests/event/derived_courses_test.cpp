@@ -141,6 +141,20 @@ TEST_F(DerivedCourses, RunnersOfOneName) {
   EXPECT_EQ(event_.derivedCourse(0)->runnerIndex(0), 2);
 }
 
+// Runners are told apart by their names as the file holds them.
+TEST_F(DerivedCourses, NamesOutsideTheCodePage) {
+  LRKCategory category = categoryNamed("A", 2);
+  category.runner(1).name("Łukasz Ősz");
+  ASSERT_EQ(event_.addCategory(category), 0);
+  LRKDerivedCourse derived = courseNamed("");
+  derived.addRunner(0, 1);
+  ASSERT_EQ(event_.addDerivedCourse(derived), 0);
+  category.moveRunner(1, 0);
+  ASSERT_EQ(event_.category(0, category), 0);
+  ASSERT_EQ(event_.derivedCourse(0)->noOfRunners(), 1);
+  EXPECT_EQ(event_.derivedCourse(0)->runnerIndex(0), 0);
+}
+
 // Long series of changes: the course names the same runners, but for those who are gone.
 class RunnersFollowed : public DerivedCourses {
  protected:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/category_codec.hpp"
@@ -89,11 +90,12 @@ std::int32_t LRKEvent::storeAt(int fileIndex, LRKCategory& category) {
   category.categoryIndex(displayIndex);
   deriveStoredValues(category);
   Record& record = store_->categories[at(fileIndex)];
+  std::string bytes = encodeCategory(category);
   std::vector<RecordBytes> changes;
-  if (!renumberRunners(*store_, fileIndex, category, changes)) {
+  if (!renumberRunners(*store_, fileIndex, bytes, changes)) {
     return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
-  changes.push_back({&record, encodeCategory(category)});
+  changes.push_back({&record, std::move(bytes)});
   const std::int32_t result = store_->write(changes);
   if (result != 0) return result;
   record.name = category.name();
