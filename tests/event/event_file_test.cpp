@@ -1,16 +1,13 @@
-// Event files: their bytes, the texts in them, and damage to them.
+// Event files: their bytes, and the texts in them.
 
 #include <cstring>
-#include <tuple>
 
-#include "larkstone/event/category_codec.hpp"
+#include "larkstone/core/text.hpp"
 
 #include "support.hpp"
 
 namespace larkstone::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 using EventFile = EventTest;
 
@@ -58,91 +55,41 @@ TEST_F(EventFile, ValuesOutOfRecordsWithoutDecoding) {
   }
 }
 
-// Damaged and hostile files: a code or fewer records, never more.
-class DamagedFile : public EventTest {
- protected:
-  // Opens a file of those bytes and asks for what the event offers then.
-  std::int32_t openAndAsk(const std::string& bytes) {
-    const std::int32_t code = openBytes(bytes);
-    for (int i = 0; i < event_.noOfCategories(); ++i) EXPECT_NE(event_.category(i), nullptr);
-    event_.extractDerivedCourseTag(0, etagDerivedCourseNoOfRunners);
-    EXPECT_EQ(event_.isOpen(), code == 0 || code == LRK_UNKNOWN_FILE_VERSION);
-    EXPECT_EQ(filesIn(work_).size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
-    return code;
-  }
-};
-
-TEST_F(DamagedFile, CodesOfOpening) {
-  const std::string good = eventFile({hex("43 0100 41")});
-  const auto patched = [&good](std::size_t at, const std::string& bytes) {
-    std::string file = good;
-    return file.replace(at, bytes.size(), bytes);
+// Every text comes back as the code page has it, in every kind of record.
+TEST_F(EventFile, TextsOfAllKinds) {
+  std::string page;
+  for (int byte = 0; byte < 256; ++byte) page += static_cast<char>(byte);
+  std::string euros;
+  for (int i = 0; i < 40'000; ++i) euros += "€";
+  const std::pair<std::string, std::string> rows[] = {
+      {"", ""},
+      {utf8FromWindows1252(page), utf8FromWindows1252(page)},
+      {"Łukasz Őry – ț 東", "Lukasz Ory – t ?"},
+      {euros, euros.substr(0, 3 * 32767)},  // three bytes each in memory, one in the file
   };
-  // Version at 10, category count at 13, derived-course count at 16, P = 18: offset record, D1 at
-  // 19, table tag at 23, position at 24, length at 28, second table tag at 32, data at 33.
-  ASSERT_EQ(good.size(), 37U);
-  const std::pair<std::string, std::int32_t> rows[] = {
-      {good + "bytes behind the data area", 0},
-      {patched(10, hex("0100")), LRK_UNKNOWN_FILE_VERSION},
-      {"", LRK_NOT_A_LRK_FILE},
-      {"lrk3" + good.substr(4), LRK_NOT_A_LRK_FILE},
-      {patched(5, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},   // header before its begin
-      {patched(13, hex("FFFF")), LRK_INVALID_FILE_FORMAT},      // -1 categories
-      {patched(19, hex("00000000")), LRK_INVALID_FILE_FORMAT},  // no place for the data
-      {patched(19, hex("23000000")), LRK_INVALID_FILE_FORMAT},  // one byte too far
-      {patched(24, hex("01000000")), LRK_INVALID_FILE_FORMAT},  // behind the data area
-      {patched(24, hex("FFFFFFFF")), LRK_INVALID_FILE_FORMAT},
-      // A tag that no header has takes no value: its value is read as tags.
-      {eventFile({}, {}, hex("C8 14 0100 41")), 0},
-      {eventFile({}, {}, hex("C8 0100 14 0100 41")), LRK_INVALID_FILE_FORMAT},
-  };
-  for (const auto& [file, code] : rows) {
-    EXPECT_EQ(openAndAsk(file), code) << testing::PrintToString(file);
-  }
-}
-
-TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
-  LRKCategory category = categoryNamed("D21", 2);
-  category.runner(0).extraPunches().add(7, 99);
-  deriveStoredValues(category);
-  const std::string course = hex("60 0100 43  64 0100 01000200  67 0100 00000500");
-  const std::string whole = eventFile({encodeCategory(category), hex("43 0100 41")}, {course});
-  for (std::size_t length = 4; length < whole.size(); ++length) {
-    EXPECT_EQ(openAndAsk(whole.substr(0, length)), LRK_INVALID_FILE_FORMAT) << length;
-  }
-  std::size_t opened = 0;
-  for (std::size_t bit = 32; bit < whole.size() * 8; ++bit) {
-    std::string turned = whole;
-    turned[bit / 8] = static_cast<char>(turned[bit / 8] ^ (1 << bit % 8));
-    const std::int32_t code = openAndAsk(turned);
-    if (code == 0) ++opened;
-    EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
-  }
-  EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
-}
-
-TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
-  std::string endless;
-  for (int i = 0; i < 32767 + 3; ++i) endless += hex("80 00000000");
-  // The runners read, and the punches of the last.
-  const std::tuple<std::string, int, int> rows[] = {
-      {hex("45 FF7F"), 0, 0},       // claims 32767 runners
-      {endless, 32767, 0},          // has more
-      {hex("43 0300 4242"), 0, 0},  // text of three with two left
-      {hex("47 FFFFFF7F 0100 0200 03000000"), 0, 0},
-      {hex("80 FFFFFFFF 97 0000"), 0, 0},
-      // A runner cut off keeps what was complete.
-      {hex("80 FFFFFF7F 97 0100 1F00 640000 98 00 99 01"), 1, 1},
-      // Damage in one runner does not reach the next.
-      {hex("80 03000000 97 FF7F  80 08000000 97 0100 1F00 640000"), 2, 1},
-      {hex("80 08000000 97 FFFF 1F00 640000"), 1, 0},
-  };
-  for (const auto& [record, runners, punches] : rows) {
-    const LRKCategory category = decodeCategory(hex("43 0100 41") + record, 0);
-    EXPECT_EQ(category.name(), "A");
-    ASSERT_EQ(category.noOfRunners(), runners) << testing::PrintToString(record.substr(0, 20));
-    if (runners == 0) continue;
-    EXPECT_EQ(category.runner(runners - 1).punches().count(), punches);
+  for (const auto& [written, read] : rows) {
+    ASSERT_EQ(event_.createNewEvent(path_, true), 0);
+    event_.name(written);
+    event_.extraInfo(written);
+    LRKCategory category = categoryNamed(written);
+    category.runner(0).club(written);
+    ASSERT_EQ(event_.addCategory(category), 0);
+    LRKDerivedCourse course;
+    course.name(written);
+    ASSERT_EQ(event_.addDerivedCourse(course), 0);
+    ASSERT_EQ(event_.saveEvent(), 0);
+    ASSERT_EQ(event_.openEvent(path_), 0);
+    const LRKRunner& runner = event_.category(0)->runner(0);
+    const std::string texts[] = {event_.name(),
+                                 event_.extraInfo(),
+                                 event_.categoryName(0),
+                                 event_.category(0)->name(),
+                                 runner.categoryName(),
+                                 runner.club(),
+                                 event_.derivedCourseName(0),
+                                 event_.derivedCourse(0)->name()};
+    for (const std::string& text : texts) EXPECT_TRUE(text == read) << written.substr(0, 50);
+    EXPECT_TRUE(runner.clubSet()) << "also an empty text is set";
   }
 }
 

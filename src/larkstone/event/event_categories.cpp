@@ -172,13 +172,18 @@ bool LRKEvent::replaceCategoryByName(LRKCategory& category) {
 
 std::int32_t LRKEvent::updateForkingInfo() {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-  for (int i = 0; i < noOfCategories(); ++i) {
-    std::string record;
-    if (!store_->read(store_->categories[at(i)], record)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-    LRKCategory category = decodeCategory(record, categoryDisplayIndex(i));
-    const std::int32_t result = storeAt(i, category);
+  unsetCurrentCategory();
+  // The runners stay who and where they are, so derived courses need no renumbering.
+  for (Record& record : store_->categories) {
+    std::string bytes;
+    if (!store_->read(record, bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    LRKCategory category = decodeCategory(bytes, 0);
+    deriveStoredValues(category);
+    const std::int32_t result = store_->write(record, encodeCategory(category));
     if (result != 0) return result;
+    record.name = category.name();
   }
+  store_->straighten();
   return saveEvent();
 }
 
