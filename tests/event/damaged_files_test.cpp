@@ -1,13 +1,9 @@
 // Damaged and hostile files: a code or fewer records, never more; and what is read is not lost when
 // it is saved.
 
-#include <cstring>
 #include <tuple>
 
 #include <sys/resource.h>
-
-#include "larkstone/event/category_codec.hpp"
-#include "larkstone/event/derived_course_codec.hpp"
 
 #include "support.hpp"
 
@@ -22,38 +18,24 @@ class DamagedFile : public EventTest {
     read_.tempFilePath(work_);
   }
 
-  static Records contentOf(LRKEvent& event) {
-    Records records;
-    for (int i = 0; i < event.noOfCategories(); ++i) {
-      records.push_back(encodeCategory(*event.category(i)));
-    }
-    for (int k = 0; k < event.noOfDerivedCourses(); ++k) {
-      records.push_back(encodeDerivedCourse(*event.derivedCourse(k)));
-    }
-    return records;
-  }
-  // The file holds what the event does.
-  void expectSaved() {
-    ASSERT_EQ(event_.saveEvent(), 0);
-    ASSERT_EQ(read_.openEvent(path_), 0);
-    expectEqual(event_, read_);
-    EXPECT_TRUE(contentOf(event_) == contentOf(read_));
-    read_.closeEvent();
-  }
   // Opens a file of those bytes and saves it, as it is and with everything stored again.
   std::int32_t openAndSave(const std::string& bytes) {
     const std::int32_t code = openBytes(bytes);
     EXPECT_EQ(event_.isOpen(), code == 0 || code == LRK_UNKNOWN_FILE_VERSION);
     EXPECT_EQ(filesIn(work_).size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
-    if (!event_.isOpen()) return code;
-    expectSaved();
-    for (int i = 0; i < event_.noOfCategories(); ++i) {
-      EXPECT_EQ(event_.category(i, event_.category(i)), 0);
+    for (int stored = 0; event_.isOpen() && stored < 2; ++stored) {
+      for (int i = 0; stored && i < event_.noOfCategories(); ++i) {
+        EXPECT_EQ(event_.category(i, event_.category(i)), 0);
+      }
+      for (int k = 0; stored && k < event_.noOfDerivedCourses(); ++k) {
+        EXPECT_EQ(event_.derivedCourse(k, *event_.derivedCourse(k)), 0);
+      }
+      EXPECT_EQ(event_.saveEvent(), 0);
+      EXPECT_EQ(read_.openEvent(path_), 0);
+      expectEqual(event_, read_);
+      expectSame(event_, read_);
+      read_.closeEvent();
     }
-    for (int k = 0; k < event_.noOfDerivedCourses(); ++k) {
-      EXPECT_EQ(event_.derivedCourse(k, *event_.derivedCourse(k)), 0);
-    }
-    expectSaved();
     return code;
   }
 
@@ -92,7 +74,7 @@ TEST_F(DamagedFile, CodesOfOpening) {
     EXPECT_EQ(openAndSave(file), code) << testing::PrintToString(file);
   }
   // Two records of 2 GB, more than positions can count.
-  std::string vast = eventFile({hex("43 0100 41"), hex("43 0100 42")});
+  std::string vast = eventFile({"A", "B"});
   vast.replace(24, 16, hex("00000000 FFFFFF7F 00000000 FFFFFF7F"));
   std::ofstream(path_, std::ios::binary) << vast;
   std::filesystem::resize_file(path_, 5'000'000'000);
@@ -103,18 +85,15 @@ TEST_F(DamagedFile, CodesOfOpening) {
 TEST_F(DamagedFile, RecordsOnEachOther) {
   const std::string whole = encodeCategory(categoryNamed("A", 2));
   const std::string part = whole.substr(4);  // has no name
-  const std::string course = hex("60 0100 43  67 0100 01000100");
+  const std::string course = hex("60 0100 43");
   const std::size_t n = whole.size();
-  const std::size_t m = course.size();
-  ASSERT_EQ(openAndSave(eventFile({whole, part, whole}, {course, course})), 0);
-  ASSERT_EQ(openBytes(eventFile({whole, part, whole}, {course, course})), 0);
+  ASSERT_EQ(openAndSave(eventFile({whole, whole, part}, {course, course})), 0);
+  ASSERT_EQ(openBytes(eventFile({whole, whole, part}, {course, course})), 0);
   ASSERT_EQ(event_.saveEvent(), 0);
-  const auto row = [](std::size_t at, std::size_t length) {
-    return little(at, 4) + little(length, 4);
-  };
-  EXPECT_TRUE(bytesOf(path_).ends_with(hex("20") + row(0, n) + row(2 * n, n - 4) + row(n, n) +
-                                       hex("2C") + row(3 * n - 4, m) + row(3 * n - 4 + m, m) +
-                                       whole + whole + part + course + course));
+  std::string tables;
+  for (const std::size_t value : {n - n, n, n, n, 2 * n, n - 4}) tables += little(value, 4);
+  tables += hex("2C") + little(3 * n - 4, 4) + hex("04000000") + little(3 * n, 4) + hex("04000000");
+  EXPECT_TRUE(bytesOf(path_).ends_with(tables + whole + whole + part + course + course));
 }
 
 TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
@@ -126,12 +105,8 @@ TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
   category.runner(1).extraPunches().add(7, 99);
   ASSERT_EQ(event_.addCategory(category), 0);
   ASSERT_EQ(event_.addCategory(categoryNamed("A")), 0);
-  LRKDerivedCourse course;
-  course.legs().add(31, 32, 0, 0);
-  course.codesEqualToStart().add(33);
-  course.codesEqualToFinish().add(34);
-  course.addRunner(0, 1);
-  course.addRunner(1, 0);
+  LRKDerivedCourse course = decodeDerivedCourse(
+      hex("64 0100 1F002000  65 0100 2100  66 0100 2200  67 0200 0000010001000000"));
   ASSERT_EQ(event_.addDerivedCourse(course), 0);
   ASSERT_EQ(event_.saveEvent(), 0);
   const std::string whole = bytesOf(path_);
@@ -144,71 +119,44 @@ TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
     std::string turned = whole;
     turned[bit / 8] = static_cast<char>(turned[bit / 8] ^ (1 << bit % 8));
     const std::int32_t code = openAndSave(turned);
-    if (code == 0) ++opened;
+    opened += code == 0 ? 1 : 0;
     EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
   }
   EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
 }
 
-// Small files that ask for much: everything done to them needs at most ten times their size and
-// 64 MB, and would take minutes if its time grew with the square of it.
+// Small files that ask for much: what is done to them needs at most ten times their size and 64 MB.
+// It would take minutes if its time grew with the square of it.
 TEST_F(DamagedFile, MemoryStaysInProportion) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "the sanitizer has a memory of its own";
 #endif
-  const auto series = [](std::size_t count, auto&& entry) {
-    std::string bytes;
-    for (std::size_t i = 0; i < count; ++i) bytes += entry(i);
-    return bytes;
-  };
-  const auto empty = [](std::size_t) { return hex("80 00000000"); };
-  const auto oneControl = [](std::size_t i) {
-    return hex("80 08000000 97 0100") + little(i, 2) + hex("000001");
-  };
-  const auto leg = [](std::size_t i) { return little(i % 500, 2) + little(i / 500, 6); };
-  const auto punch = [](std::size_t i) { return little(i * 7 % 32749, 5); };
-  const std::string punches =
-      hex("80") + little(3 + 5 * 32767, 4) + hex("97 FF7F") + series(32767, punch);
-  const std::string files[] = {
-      eventFile({series(40'000, empty)}),
-      eventFile({series(32'767, oneControl)}),
-      eventFile({hex("47") + little(8 * 200'000, 4) + series(200'000, leg)}),
-      eventFile({punches + punches + punches}),
-      eventFile(Records(32'767), Records(32'767, hex("67 0000"))),
-      eventFile({series(40'000, empty)},
-                Records(10, hex("67 FF7F") +
-                                series(32'767, [](std::size_t i) { return little(i << 16, 4); }))),
-  };
-  for (const std::string& file : files) {
+  std::string legs = hex("47") + little(8 * 200'000, 4);
+  for (std::size_t i = 0; i < 200'000; ++i) legs += little(i % 500, 2) + little(i / 500, 6);
+  const std::string runners = joined(Records(40'000, hex("80 00000000")));
+  const std::string references = hex("67 FF7F") + joined(Records(32'767, hex("00000100")));
+  for (const std::string& file : {eventFile({legs}), eventFile({runners}, {references, references}),
+                                  eventFile(Records(32'767), Records(32'767, hex("67 0000")))}) {
     std::ofstream(path_, std::ios::binary) << file;
     const int megabytes = inChild([this] {
-      const auto peak = [] {
-        rusage usage{};
-        ::getrusage(RUSAGE_SELF, &usage);
-        return usage.ru_maxrss / 1024;
-      };
-      const auto before = peak();
-      bool good = event_.openEvent(path_) == 0 && event_.updateForkingInfo() == 0;
-      if (event_.noOfCategories() > 0) good = good && event_.category(0, event_.category(0)) == 0;
-      std::vector<LRKCodes> ofCategories;
-      std::vector<LRKCodes> ofRunners;
-      int count = 0;
-      event_.getAllCategoryAndRunnerCodes(ofCategories, count, ofRunners);
-      good =
-          good && event_.openTempFile() && event_.saveEvent() == 0 && event_.openEvent(path_) == 0;
-      return good ? std::min(peak() - before, 250L) : 255L;
+      rusage before{};
+      rusage after{};
+      ::getrusage(RUSAGE_SELF, &before);
+      bool good = event_.openEvent(path_) == 0;
+      good = good && event_.category(0, event_.category(0)) == 0;
+      good = good && event_.updateForkingInfo() == 0 && event_.openTempFile();
+      ::getrusage(RUSAGE_SELF, &after);
+      return good ? std::min((after.ru_maxrss - before.ru_maxrss) / 1024, 250L) : 255L;
     });
-    EXPECT_LT(megabytes, 64 + static_cast<int>(file.size() >> 20) * 10);
+    EXPECT_LT(megabytes, 64 + static_cast<int>(file.size() * 10 >> 20));
   }
 }
 
 TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
-  std::string endless;
-  for (int i = 0; i < 32767 + 3; ++i) endless += hex("80 00000000");
   // The runners read, and the punches of the last.
   const std::tuple<std::string, int, int> rows[] = {
-      {hex("45 FF7F"), 0, 0},       // claims 32767 runners
-      {endless, 32767, 0},          // has more
+      {hex("45 FF7F"), 0, 0},  // claims 32767 runners
+      {joined(Records(32770, hex("80 00000000"))), 32767, 0},
       {hex("43 0300 4242"), 0, 0},  // text of three with two left
       {hex("47 FFFFFF7F 0100 0200 03000000"), 0, 0},
       {hex("80 FFFFFFFF 97 0000"), 0, 0},

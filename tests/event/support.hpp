@@ -5,30 +5,22 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <numeric>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "larkstone/event/category_codec.hpp"
+#include "larkstone/event/derived_course_codec.hpp"
 #include "larkstone/event/event.hpp"
 
+#include "support/temp_folder.hpp"
+
 namespace larkstone::test {
-
-inline std::string bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// In memory where that is possible: every save waits for the disk.
-inline std::string placeForFolders() {
-  return ::access("/dev/shm", W_OK) == 0 ? "/dev/shm/" : testing::TempDir();
-}
 
 /// What the work returns in a process of its own; -1 when that ended otherwise.
 template <class Work>
@@ -44,15 +36,8 @@ int inChild(Work&& work) {
 class EventTest : public testing::Test {
  protected:
   EventTest() {
-    EXPECT_NE(::mkdtemp(folder_.data()), nullptr);
-    path_ = folder_ + "/event.lrk4";
-    work_ = folder_ + "/working/";
     std::filesystem::create_directory(work_);
     event_.tempFilePath(work_);
-  }
-  ~EventTest() override {
-    event_.closeEvent();
-    std::filesystem::remove_all(folder_);
   }
 
   std::int32_t openBytes(const std::string& bytes) {
@@ -64,9 +49,10 @@ class EventTest : public testing::Test {
     return {begin(files), end(files)};
   }
 
-  std::string folder_ = placeForFolders() + "larkstone-event-XXXXXX";
-  std::string path_;
-  std::string work_;
+  const TempFolder temporary_;
+  const std::string folder_ = temporary_.path();
+  std::string path_ = folder_ + "/event.lrk4";
+  const std::string work_ = folder_ + "/working/";
   LRKEvent event_;
 };
 
@@ -179,6 +165,18 @@ void expectEqual(const Owner& written, const Owner& read) {
       EXPECT_EQ(written.*row.member, read.*row.member) << row.name;
     }
   });
+}
+
+/// Both have the same categories and derived courses.
+inline void expectSame(LRKEvent& a, LRKEvent& b) {
+  ASSERT_EQ(a.noOfCategories(), b.noOfCategories());
+  for (int i = 0; i < a.noOfCategories(); ++i) {
+    EXPECT_TRUE(encodeCategory(*a.category(i)) == encodeCategory(*b.category(i))) << i;
+  }
+  ASSERT_EQ(a.noOfDerivedCourses(), b.noOfDerivedCourses());
+  for (int k = 0; k < a.noOfDerivedCourses(); ++k) {
+    EXPECT_EQ(encodeDerivedCourse(*a.derivedCourse(k)), encodeDerivedCourse(*b.derivedCourse(k)));
+  }
 }
 
 }  // namespace larkstone::test
