@@ -68,15 +68,19 @@ bool EventStore::transferData(const ByteSink& sink) const {
 }
 
 std::int32_t EventStore::write(std::span<const RecordBytes> changes) {
-  const std::int64_t used = dataLength();
-  std::int64_t length = used;
+  std::int64_t added = 0;
   for (const RecordBytes& change : changes) {
-    length += static_cast<std::int64_t>(change.bytes.size());
+    added += static_cast<std::int64_t>(change.bytes.size());
   }
-  if (length > std::numeric_limits<std::int32_t>::max()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-
+  // The records are at most as long as the working file, so a small one needs no adding up.
   constexpr std::int64_t tolerated = std::int64_t{4} << 20;
-  if (file_.size() > 2 * used + tolerated) clearUnused();
+  if (file_.size() + added > tolerated) {
+    const std::int64_t used = dataLength();
+    if (used + added > std::numeric_limits<std::int32_t>::max()) {
+      return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    }
+    if (file_.size() > 2 * used + tolerated) clearUnused();
+  }
   std::int64_t offset = file_.size();
   for (const RecordBytes& change : changes) {
     if (file_.append(change.bytes)) continue;
