@@ -108,10 +108,11 @@ class LRKEvent {
   /// object.
   std::shared_ptr<LRKCategory> category(int index);
   /// Stores a category at that place, or changes nothing in the event and gives
-  /// LRK_COULD_NOT_OPEN_TEMPORARY_FILE when the disk is full. What the file needs is worked out on the object first:
-  /// forking information, entries for all legs run, course names and type, places. Its runners are
-  /// numbered anew; when they were re-ordered, added or removed, derived courses follow them by
-  /// name and club and lose those who are gone. An index out of range changes nothing.
+  /// LRK_COULD_NOT_OPEN_TEMPORARY_FILE when the disk is full. What the file needs is worked out on
+  /// the object first: forking information, entries for all legs run, course names and type,
+  /// places. Its runners are numbered anew; when they were re-ordered, added or removed, derived
+  /// courses follow them by name and club and lose those who are gone. An index out of range
+  /// changes nothing.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
     return this->category(index, *category);
