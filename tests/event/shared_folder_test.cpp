@@ -21,7 +21,8 @@ class SharedFolder : public EventTest {
     std::int32_t failed = 0;
     for (int i = 0; i < 3; ++i) {
       LRKCategory category = *event.category(i);
-      category.extraInfo(std::to_string(number) + std::string(number % 100, 'x'));
+      category.extraInfo(std::to_string(number) +
+                         std::string(static_cast<std::size_t>(number) % 100, 'x'));
       failed |= event.category(i, category);
     }
     return failed | event.saveEvent();
