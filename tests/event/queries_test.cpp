@@ -4,7 +4,6 @@
 #include <random>
 
 #include "larkstone/core/text.hpp"
-#include "larkstone/event/category_codec.hpp"
 #include "larkstone/event/runner_block.hpp"
 
 #include "support.hpp"

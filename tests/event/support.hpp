@@ -5,36 +5,39 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <numeric>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include "larkstone/event/category_codec.hpp"
+#include "larkstone/event/derived_course_codec.hpp"
 #include "larkstone/event/event.hpp"
+
+#include "support/temp_folder.hpp"
 
 namespace larkstone::test {
 
-inline std::string bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+/// What the work returns in a process of its own; -1 when that ended otherwise.
+template <class Work>
+int inChild(Work&& work) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(static_cast<int>(work()));
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 /// An event and a fresh folder for its file, with another for working files within.
 class EventTest : public testing::Test {
  protected:
   EventTest() {
-    EXPECT_NE(::mkdtemp(folder_.data()), nullptr);
-    path_ = folder_ + "/event.lrk4";
-    work_ = folder_ + "/working/";
     std::filesystem::create_directory(work_);
     event_.tempFilePath(work_);
-  }
-  ~EventTest() override {
-    event_.closeEvent();
-    std::filesystem::remove_all(folder_);
   }
 
   std::int32_t openBytes(const std::string& bytes) {
@@ -46,9 +49,10 @@ class EventTest : public testing::Test {
     return {begin(files), end(files)};
   }
 
-  std::string folder_ = testing::TempDir() + "larkstone-event-XXXXXX";
-  std::string path_;
-  std::string work_;
+  const TempFolder temporary_;
+  const std::string folder_ = temporary_.path();
+  std::string path_ = folder_ + "/event.lrk4";
+  const std::string work_ = folder_ + "/working/";
   LRKEvent event_;
 };
 
@@ -115,6 +119,64 @@ inline LRKCategory categoryNamed(const std::string& name, int noOfRunners = 1) {
   category.name(name);
   for (int i = 0; i < noOfRunners; ++i) category.addRunner(runnerOn({31, 32}));
   return category;
+}
+
+template <class T>
+T sample(int n) {
+  if constexpr (std::is_same_v<T, std::string>) {
+    return "text " + std::to_string(n) + " å";
+  } else if constexpr (std::is_same_v<T, Date>) {
+    return Date{40000.25 + n};
+  } else if constexpr (std::is_same_v<T, bool>) {
+    return false;  // the only Boolean is true at first
+  } else {
+    return static_cast<T>(100 + n);
+  }
+}
+
+/// Fills all rows, or with `only` just that one and the values without a flag. Returns how many
+/// there are.
+template <class Owner>
+int fill(Owner& owner, int only) {
+  int n = 0;
+  Owner::forEachRow([&](const auto& row) {
+    using Row = std::decay_t<decltype(row)>;
+    if constexpr (isPropertyRow<Row>) {
+      const bool wanted = only < 0 || only == n;
+      owner.*row.member = {sample<typename Row::Type>(n), row.stored && wanted};
+    } else if constexpr (isValueRow<Row>) {
+      owner.*row.member = sample<typename Row::Type>(n);
+    }
+    ++n;
+  });
+  return n;
+}
+
+template <class Owner>
+void expectEqual(const Owner& written, const Owner& read) {
+  Owner::forEachRow([&](const auto& row) {
+    using Row = std::decay_t<decltype(row)>;
+    if constexpr (isPropertyRow<Row>) {
+      const auto& property = written.*row.member;
+      EXPECT_EQ(property.set, (read.*row.member).set) << row.name;
+      if (!property.set) return;
+      EXPECT_EQ(property.value, (read.*row.member).value) << row.name;
+    } else if constexpr (isValueRow<Row>) {
+      EXPECT_EQ(written.*row.member, read.*row.member) << row.name;
+    }
+  });
+}
+
+/// Both have the same categories and derived courses.
+inline void expectSame(LRKEvent& a, LRKEvent& b) {
+  ASSERT_EQ(a.noOfCategories(), b.noOfCategories());
+  for (int i = 0; i < a.noOfCategories(); ++i) {
+    EXPECT_TRUE(encodeCategory(*a.category(i)) == encodeCategory(*b.category(i))) << i;
+  }
+  ASSERT_EQ(a.noOfDerivedCourses(), b.noOfDerivedCourses());
+  for (int k = 0; k < a.noOfDerivedCourses(); ++k) {
+    EXPECT_EQ(encodeDerivedCourse(*a.derivedCourse(k)), encodeDerivedCourse(*b.derivedCourse(k)));
+  }
 }
 
 }  // namespace larkstone::test

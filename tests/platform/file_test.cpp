@@ -11,11 +11,13 @@ namespace {
 using test::bytesOf;
 using test::TempFolder;
 
-unsigned permissionsOf(const std::string& path) {
+struct stat statusOf(const std::string& path) {
   struct stat status {};
   ::stat(path.c_str(), &status);
-  return status.st_mode & 0777;
+  return status;
 }
+
+unsigned permissionsOf(const std::string& path) { return statusOf(path).st_mode & 0777; }
 
 TEST(FileTest, PathsTakeEitherSeparator) {
   EXPECT_EQ(nativePath("a\\b/c\\"), "a/b/c/");
@@ -58,6 +60,8 @@ TEST(FileTest, BytesAtPositions) {
 TEST(WholeFileTest, NothingIsSeenBeforeTheCommit) {
   const TempFolder folder;
   const std::string target = folder.write("out", "old");
+  const bool root = ::geteuid() == 0;  // the others can only own it themselves
+  EXPECT_EQ(root ? ::chown(target.c_str(), 12, 34) : 0, 0);
   ::chmod(target.c_str(), 0640);
   {
     WholeFile file(target);
@@ -74,6 +78,8 @@ TEST(WholeFileTest, NothingIsSeenBeforeTheCommit) {
   }
   EXPECT_EQ(bytesOf(target), "new text");
   EXPECT_EQ(permissionsOf(target), 0640U);
+  EXPECT_EQ(statusOf(target).st_uid, root ? 12 : ::geteuid());
+  EXPECT_TRUE(!root || statusOf(target).st_gid == 34);
   EXPECT_EQ(folder.noOfFiles(), 1);
   WholeFile fresh(folder / "fresh");
   EXPECT_TRUE(fresh.commit());
@@ -81,14 +87,18 @@ TEST(WholeFileTest, NothingIsSeenBeforeTheCommit) {
 }
 
 TEST(WholeFileTest, ALinkKeepsPointingAtItsFile) {
-  const TempFolder folder;
-  const std::string target = folder.write("real", "old");
-  std::filesystem::create_symlink(target, folder / "link");
-  WholeFile file(folder / "link");
-  file.write("new");
-  EXPECT_TRUE(file.commit());
-  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-  EXPECT_EQ(bytesOf(target), "new");
+  for (const bool exists : {true, false}) {
+    const TempFolder folder;
+    if (exists) folder.write("real", "old");
+    std::filesystem::create_directory(folder / "links");
+    std::filesystem::create_symlink("../real", folder / "links/first");
+    std::filesystem::create_symlink("links/first", folder / "second");
+    WholeFile file(folder / "second");
+    file.write("new");
+    EXPECT_TRUE(file.commit());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "second"));
+    EXPECT_EQ(bytesOf(folder / "real"), "new");
+  }
 }
 
 TEST(WholeFileTest, WhereNoFileCanBeNothingIsWritten) {

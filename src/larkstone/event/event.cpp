@@ -58,7 +58,7 @@ std::int32_t LRKEvent::openEvent(const std::string& fileName) {
 }
 
 std::int32_t LRKEvent::load(const std::string& path) {
-  const File file(path, File::Mode::read);
+  const File file = isRegularFile(path) ? File(path, File::Mode::read) : File();
   if (!file.isOpen()) return LRK_COULD_NOT_OPEN_FILE;
   auto store = std::make_unique<EventStore>(nativePath(tempFilePath_));
   const std::int32_t result = readEventFile(file, *this, *store);
@@ -89,7 +89,7 @@ void LRKEvent::stampForSaving() {
 std::int32_t LRKEvent::saveEvent(const std::string& fileName) {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   const std::string path = nativePath(fileName.empty() ? filename_ : fileName);
-  if (isReadOnlyFile(path)) return LRK_FILE_READONLY;
+  if (!mayReplaceFile(path)) return LRK_FILE_READONLY;
   WholeFile file(path);
   if (!file.isOpen()) return LRK_COULD_NOT_OPEN_FILE;
 

@@ -83,7 +83,9 @@ class LRKEvent {
   /// open. After any other code it is closed.
   std::int32_t openEvent(const std::string& fileName);
   /// Writes the event to that file, or to filename(). The old file stays whole until the new one is
-  /// complete. The event stays open and keeps its filename().
+  /// complete and on the disk; LRK_FILE_READONLY when this user may not replace it. Whatever
+  /// happens, the event stays open and keeps its filename(), and can be saved elsewhere. Of several
+  /// events that are saved to one file the last one wins.
   std::int32_t saveEvent(const std::string& fileName = {});
   /// Removes the working files; what was not saved is lost. Nothing happens to a closed event.
   std::int32_t closeEvent();
@@ -105,10 +107,12 @@ class LRKEvent {
   /// or an unreadable working file. The last one handed out is kept: asking again gives the same
   /// object.
   std::shared_ptr<LRKCategory> category(int index);
-  /// Stores a category at that place. What the file needs is worked out on the object first:
-  /// forking information, entries for all legs run, course names and type, places. Its runners are
-  /// numbered anew; when they were re-ordered, added or removed, derived courses follow them by
-  /// name and club and lose those who are gone. An index out of range changes nothing.
+  /// Stores a category at that place, or changes nothing in the event and gives
+  /// LRK_COULD_NOT_OPEN_TEMPORARY_FILE when the disk is full. What the file needs is worked out on
+  /// the object first: forking information, entries for all legs run, course names and type,
+  /// places. Its runners are numbered anew; when they were re-ordered, added or removed, derived
+  /// courses follow them by name and club and lose those who are gone. An index out of range
+  /// changes nothing.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
     return this->category(index, *category);
@@ -136,7 +140,7 @@ class LRKEvent {
   /// Derived courses lose the runners of the category.
   std::int32_t deleteCategory(int index);
   /// Stores in the place of the first category with the same name, whatever its case, and tells so;
-  /// adds the category when there is none.
+  /// adds the category when there is none. The event is as it was when the disk is full.
   bool replaceCategoryByName(LRKCategory& category);
 
   /// Stores every category again, with what is worked out on the way, and saves the event.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/category_codec.hpp"
@@ -89,11 +90,12 @@ std::int32_t LRKEvent::storeAt(int fileIndex, LRKCategory& category) {
   category.categoryIndex(displayIndex);
   deriveStoredValues(category);
   Record& record = store_->categories[at(fileIndex)];
+  std::string bytes = encodeCategory(category);
   std::vector<RecordBytes> changes;
-  if (!renumberRunners(*store_, fileIndex, category, changes)) {
+  if (!renumberRunners(*store_, fileIndex, bytes, changes)) {
     return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
-  changes.push_back({&record, encodeCategory(category)});
+  changes.push_back({&record, std::move(bytes)});
   const std::int32_t result = store_->write(changes);
   if (result != 0) return result;
   record.name = category.name();
@@ -170,13 +172,18 @@ bool LRKEvent::replaceCategoryByName(LRKCategory& category) {
 
 std::int32_t LRKEvent::updateForkingInfo() {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-  for (int i = 0; i < noOfCategories(); ++i) {
-    std::string record;
-    if (!store_->read(store_->categories[at(i)], record)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-    LRKCategory category = decodeCategory(record, categoryDisplayIndex(i));
-    const std::int32_t result = storeAt(i, category);
+  unsetCurrentCategory();
+  // The runners stay who and where they are, so derived courses need no renumbering.
+  for (Record& record : store_->categories) {
+    std::string bytes;
+    if (!store_->read(record, bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    LRKCategory category = decodeCategory(bytes, 0);
+    deriveStoredValues(category);
+    const std::int32_t result = store_->write(record, encodeCategory(category));
     if (result != 0) return result;
+    record.name = category.name();
   }
+  store_->straighten();
   return saveEvent();
 }
 

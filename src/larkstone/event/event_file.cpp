@@ -1,6 +1,7 @@
 #include "larkstone/event/event_file.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 #include <string_view>
 
@@ -117,7 +118,8 @@ std::int32_t readEventFile(const File& file, LRKEvent& event, EventStore& store)
 
   const std::int64_t begin = header.dataOffset - 1;
   const std::int64_t length = store.dataLength();
-  if (begin < 0 || length < 0 || begin + length > file.size() ||
+  constexpr std::int64_t furthest = std::numeric_limits<std::int32_t>::max();
+  if (begin < 0 || length > furthest || begin + length > file.size() ||
       !allWithin(store.categories, length) || !allWithin(store.derivedCourses, length)) {
     return LRK_INVALID_FILE_FORMAT;
   }

@@ -68,20 +68,24 @@ bool EventStore::transferData(const ByteSink& sink) const {
 }
 
 std::int32_t EventStore::write(std::span<const RecordBytes> changes) {
-  std::int64_t length = dataLength();
+  std::int64_t added = 0;
   for (const RecordBytes& change : changes) {
-    length += static_cast<std::int64_t>(change.bytes.size());
+    added += static_cast<std::int64_t>(change.bytes.size());
   }
-  if (length > std::numeric_limits<std::int32_t>::max()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-
+  // The records are at most as long as the working file, so a small one needs no adding up.
   constexpr std::int64_t tolerated = std::int64_t{4} << 20;
-  if (file_.size() > 2 * dataLength() + tolerated) {
-    const std::int32_t result = clearUnused();
-    if (result != 0) return result;
+  if (file_.size() + added > tolerated) {
+    const std::int64_t used = dataLength();
+    if (used + added > std::numeric_limits<std::int32_t>::max()) {
+      return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    }
+    if (file_.size() > 2 * used + tolerated) clearUnused();
   }
   std::int64_t offset = file_.size();
   for (const RecordBytes& change : changes) {
-    if (!file_.append(change.bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    if (file_.append(change.bytes)) continue;
+    file_.cutTo(offset);
+    return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
   release();
   for (const RecordBytes& change : changes) {
@@ -93,22 +97,17 @@ std::int32_t EventStore::write(std::span<const RecordBytes> changes) {
   return 0;
 }
 
-std::int32_t EventStore::clearUnused() {
+void EventStore::clearUnused() {
   WorkingFile scratch(folder_);
-  if (!scratch.isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-  if (!transferData([&](std::string_view bytes) { return scratch.append(bytes); })) {
-    return scratch.remove() ? LRK_COULD_NOT_OPEN_TEMPORARY_FILE
-                            : LRK_COULD_NOT_DELETE_TEMPORARY_FILE;
-  }
+  if (!transferData([&](std::string_view bytes) { return scratch.append(bytes); })) return;
   const std::vector<std::int64_t> ofCategories = categoryPositions();
   const std::vector<std::int64_t> ofDerivedCourses = derivedCoursePositions();
-  if (!file_.replaceBy(scratch)) return LRK_COULD_NOT_COPY_TEMPORARY_FILE;
+  if (!scratch.isOpen() || !file_.replaceBy(scratch)) return;
   release();
   for (std::size_t i = 0; i < categories.size(); ++i) categories[i].offset = ofCategories[i];
   for (std::size_t k = 0; k < derivedCourses.size(); ++k) {
     derivedCourses[k].offset = ofDerivedCourses[k];
   }
-  return 0;
 }
 
 bool EventStore::hold() {

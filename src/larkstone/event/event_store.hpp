@@ -87,7 +87,8 @@ class EventStore {
   bool remove() { return file_.remove(); }
 
  private:
-  std::int32_t clearUnused();
+  // Nothing happens where there is no room for a second file.
+  void clearUnused();
 
   std::string folder_;
   WorkingFile file_;

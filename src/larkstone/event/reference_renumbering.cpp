@@ -6,6 +6,7 @@
 #include "larkstone/event/category_codec.hpp"
 #include "larkstone/event/derived_course_codec.hpp"
 #include "larkstone/event/error_constants.hpp"
+#include "larkstone/event/runner_block.hpp"
 
 namespace larkstone {
 
@@ -55,13 +56,17 @@ bool refersTo(const Record& course, int fileIndex) {
                             course.categoriesReferredTo->end(), fileIndex);
 }
 
-bool sameRunners(const LRKCategory& a, const LRKCategory& b) {
-  if (a.noOfRunners() != b.noOfRunners()) return false;
-  for (int i = 0; i < a.noOfRunners(); ++i) {
-    if (!equalNoCase(a.runner(i).name(), b.runner(i).name())) return false;
-    if (!equalNoCase(a.runner(i).club(), b.runner(i).club())) return false;
-  }
-  return true;
+bool sameRunner(std::string_view a, std::string_view b) {
+  const RunnerBlock first(a);
+  const RunnerBlock second(b);
+  return equalNoCase(first.name(), second.name()) &&
+         equalNoCase(first.text(etagRunnerClub), second.text(etagRunnerClub));
+}
+
+bool sameRunners(std::string_view a, std::string_view b) {
+  const std::vector<std::string_view> first = runnerBlocks(a);
+  const std::vector<std::string_view> second = runnerBlocks(b);
+  return std::equal(first.begin(), first.end(), second.begin(), second.end(), sameRunner);
 }
 
 }  // namespace
@@ -82,7 +87,7 @@ std::int32_t renumberCategories(EventStore& store, const TranslationTable& newIn
   return changes.empty() ? 0 : store.write(changes);
 }
 
-bool renumberRunners(EventStore& store, int fileIndex, const LRKCategory& newCategory,
+bool renumberRunners(EventStore& store, int fileIndex, std::string_view newRecord,
                      std::vector<RecordBytes>& changes) {
   std::vector<Record*> referring;
   for (Record& course : store.derivedCourses) {
@@ -93,10 +98,10 @@ bool renumberRunners(EventStore& store, int fileIndex, const LRKCategory& newCat
 
   std::string bytes;
   if (!store.read(store.categories[static_cast<std::size_t>(fileIndex)], bytes)) return false;
-  const LRKCategory oldCategory = decodeCategory(bytes, fileIndex);
-  if (sameRunners(oldCategory, newCategory)) return true;
+  if (sameRunners(bytes, newRecord)) return true;
   TranslationTable newNumbers;
-  oldCategory.createMatchingTLT(newCategory, newNumbers);
+  decodeCategory(bytes, fileIndex)
+      .createMatchingTLT(decodeCategory(newRecord, fileIndex), newNumbers);
   const auto byRunner = [&](LRKDerivedCourse& c) { c.changeRunnerIndices(fileIndex, newNumbers); };
   return std::all_of(referring.begin(), referring.end(),
                      [&](Record* course) { return renumber(store, *course, byRunner, changes); });

@@ -25,6 +25,11 @@ bool WorkingFile::append(std::string_view bytes) {
   return true;
 }
 
+void WorkingFile::cutTo(std::int64_t size) {
+  file_.truncate(size);
+  size_ = size;
+}
+
 bool WorkingFile::read(std::int64_t offset, std::int64_t length, std::string& bytes) const {
   bytes = file_.readAt(offset, length);
   return static_cast<std::int64_t>(bytes.size()) == length;

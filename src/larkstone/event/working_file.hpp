@@ -18,7 +18,7 @@ using ByteSink = std::function<bool(std::string_view)>;
 /// the sink refuses.
 bool transfer(const File& source, std::int64_t offset, std::int64_t length, const ByteSink& sink);
 
-/// A file of a random name, readable by the user alone, that only grows and disappears with this
+/// A file of a random name, readable by the user alone, that disappears with this
 /// object. It stays open, so that nobody can exchange it.
 class WorkingFile {
  public:
@@ -31,8 +31,10 @@ class WorkingFile {
   bool isOpen() const { return file_.isOpen(); }
   std::int64_t size() const { return size_; }
 
-  /// Writes behind the last byte. After a failure the file is as it was.
+  /// Writes behind the last byte; false when not all of it could be written.
   bool append(std::string_view bytes);
+  /// Takes away what stands behind that size, so that it does not fill the disk.
+  void cutTo(std::int64_t size);
   bool read(std::int64_t offset, std::int64_t length, std::string& bytes) const;
   bool transferTo(std::int64_t offset, std::int64_t length, const ByteSink& sink) const {
     return transfer(file_, offset, length, sink);

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
-#include <random>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,10 +25,19 @@ struct Freed {
   void operator()(char* text) const { std::free(text); }
 };
 
-// The file behind symbolic links, so that replacing it does not replace a link.
-std::string resolved(const std::string& path) {
-  const std::unique_ptr<char, Freed> real(::realpath(path.c_str(), nullptr));
-  return real ? real.get() : path;
+// The file behind symbolic links, or where it is to be, so that replacing it does not replace a
+// link.
+std::string resolved(std::string path) {
+  constexpr int mostLinks = 40;
+  for (int i = 0; i < mostLinks; ++i) {
+    const std::unique_ptr<char, Freed> real(::realpath(path.c_str(), nullptr));
+    if (real) return real.get();
+    std::error_code failed;
+    const auto next = std::filesystem::read_symlink(path, failed);
+    if (failed) break;
+    path = (std::filesystem::path(path).parent_path() / next).string();
+  }
+  return path;
 }
 
 std::string folderOf(const std::string& path) {
@@ -67,6 +79,20 @@ bool fileExists(const std::string& path) {
 
 bool removeFile(const std::string& path) { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
 
+bool isRegularFile(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool mayReplaceFile(const std::string& path) {
+  const auto isWritable = [](const std::string& name) {
+    return ::faccessat(AT_FDCWD, name.c_str(), W_OK, AT_EACCESS) == 0;
+  };
+  if (!fileExists(path)) return true;
+  if (isReadOnlyFile(path) || !isWritable(path)) return false;
+  return !isRegularFile(path) || isWritable(folderOf(resolved(path)));
+}
+
 bool isReadOnlyFile(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && (status.st_mode & S_IWUSR) == 0;
@@ -97,10 +123,14 @@ bool renameFile(const std::string& from, const std::string& to) {
 
 std::string freshFileName(const std::string& folder) {
   constexpr std::string_view letters = "0123456789abcdefghijklmnopqrstuvwxyz";
-  std::random_device random;
   for (;;) {
+    std::uint64_t number = 0;
+    if (::getentropy(&number, sizeof number) != 0) {
+      number =
+          static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+    }
     std::string name = folder + "lrk";
-    for (int i = 0; i < 12; ++i) name += letters[random() % letters.size()];
+    for (int i = 0; i < 12; ++i, number /= letters.size()) name += letters[number % letters.size()];
     name += ".tmp";
     if (!fileExists(name)) return name;
   }
@@ -167,7 +197,23 @@ bool File::writeAt(std::int64_t position, std::string_view bytes) {
 
 bool File::truncate(std::int64_t size) { return ::ftruncate(handle_, size) == 0; }
 
-bool File::flush() { return ::fsync(handle_) == 0; }
+bool File::flush() {
+  while (::fsync(handle_) != 0) {
+    // Some file systems have nothing to wait for.
+    if (errno != EINTR) return errno == EINVAL || errno == ENOTSUP;
+  }
+  return true;
+}
+
+bool File::takeAccessOf(const std::string& path) {
+  struct stat status {};
+  if (!isOpen() || ::stat(path.c_str(), &status) != 0) return false;
+  // Only root may give a file away, but its owner may give it to a group that he is in.
+  constexpr auto sameOwner = static_cast<uid_t>(-1);
+  const bool given = ::fchown(handle_, status.st_uid, status.st_gid) == 0 ||
+                     ::fchown(handle_, sameOwner, status.st_gid) == 0;
+  return ::fchmod(handle_, status.st_mode & 07777) == 0 && given;
+}
 
 void File::close() {
   if (isOpen()) ::close(std::exchange(handle_, -1));
@@ -197,14 +243,12 @@ bool WholeFile::write(std::string_view bytes) {
 bool WholeFile::commit() {
   if (failed_ || !file_.isOpen()) return false;
   if (draft_.empty()) return true;
-  // A file that is replaced keeps its permissions.
-  struct stat status {};
-  if (::stat(target_.c_str(), &status) == 0 &&
-      ::chmod(draft_.c_str(), status.st_mode & 07777) != 0) {
-    return false;
-  }
+  file_.takeAccessOf(
+      target_);  // where that is not possible, the file is still the user's, and whole
   if (!file_.flush() || !renameFile(draft_, target_)) return false;
   file_.close();
+  // The change of names, too. Not every folder can be flushed; the target is whole either way.
+  File(folderOf(target_), File::Mode::read).flush();
   return true;
 }
 

@@ -21,6 +21,11 @@ bool fileExists(const std::string& path);
 bool removeFile(const std::string& path);
 /// Whether the owner may not write the file; also true for root then.
 bool isReadOnlyFile(const std::string& path);
+/// False for folders, devices and pipes, on which a reader might wait for ever.
+bool isRegularFile(const std::string& path);
+/// False for a file that this user may not replace: a read-only one, also for root; one that the
+/// user may not write; one in a folder that he may not write.
+bool mayReplaceFile(const std::string& path);
 /// Reads a whole file; false (and empty bytes) when it cannot be read.
 bool readFile(const std::string& path, std::string& bytes);
 /// Moves a file over another one in one step.
@@ -55,6 +60,9 @@ class File {
   bool truncate(std::int64_t size);
   /// Waits until the bytes are on the disk.
   bool flush();
+  /// Gives the file the owner, group and permissions of another one, as far as the user may; false
+  /// when something of it could not be given.
+  bool takeAccessOf(const std::string& path);
   void close();
 
  private:
@@ -62,8 +70,12 @@ class File {
 };
 
 /// A file that appears under its name whole or not at all: it is written beside the target and
-/// renamed over it by commit(). Without a commit nothing of it is left. Something that is not a
-/// regular file (a device, a pipe) is written directly.
+/// renamed over it by commit(), which waits until it is on the disk. Without a commit nothing of it
+/// is left, unless the program is killed: then a draft "lrk*.tmp" stays beside the target.
+///
+/// The new file is as accessible as the old one was. A symbolic link goes on pointing at it; other
+/// hard links keep the old file. Something that is not a regular file (a device, a pipe) is written
+/// directly.
 class WholeFile {
  public:
   explicit WholeFile(const std::string& path);
