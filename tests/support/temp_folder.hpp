@@ -15,8 +15,9 @@ namespace larkstone::test {
 
 class TempFolder {
  public:
-  TempFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "lrktest-XXXXXX").string();
+  explicit TempFolder(
+      const std::filesystem::path& within = std::filesystem::temp_directory_path()) {
+    std::string name = (within / "lrktest-XXXXXX").string();
     path_ = ::mkdtemp(name.data());
   }
   ~TempFolder() {
