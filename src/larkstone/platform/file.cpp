@@ -100,7 +100,10 @@ std::string freshFileName(const std::string& folder) {
   std::random_device random;
   for (;;) {
     std::string name = folder + "lrk";
-    for (int i = 0; i < 12; ++i) name += letters[random() % letters.size()];
+    // Two draws of six letters each: a draw may take longer than creating the file.
+    for (std::uint64_t draw : {random(), random()}) {
+      for (int i = 0; i < 6; ++i, draw /= letters.size()) name += letters[draw % letters.size()];
+    }
     name += ".tmp";
     if (!fileExists(name)) return name;
   }
