@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t largestDamaged = 1536;
+constexpr std::size_t largestDamaged = 8192;
 constexpr std::size_t mostDamages = 400;  // of one kind, to one file
 
 void run(const std::string& bytes) {
