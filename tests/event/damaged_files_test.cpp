@@ -162,6 +162,7 @@ TEST(DamagedCategory, RecordsThatRunPastTheirEnd) {
       {hex("80 FFFFFFFF 97 0000"), 0, 0},
       // A runner cut off keeps what was complete.
       {hex("80 FFFFFF7F 97 0100 1F00 640000 98 00 99 01"), 1, 1},
+      {hex("80 0A000000 97 0100 1F00 640000 97 01"), 1, 1},
       // Damage in one runner does not reach the next.
       {hex("80 03000000 97 FF7F  80 08000000 97 0100 1F00 640000"), 2, 1},
       {hex("80 08000000 97 FFFF 1F00 640000"), 1, 0},

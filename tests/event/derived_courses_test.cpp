@@ -90,6 +90,11 @@ TEST_F(DerivedCourses, IndicesAndHowManyThereMayBe) {
   EXPECT_FALSE(event_.derivedCourse(2));
   EXPECT_FALSE(event_.derivedCourseAsCourse(-1));
 
+  // An empty record stays in front of the one that begins where it does.
+  ASSERT_EQ(openBytes(eventFile({}, {c, ""})), 0);
+  ASSERT_EQ(event_.saveEvent(), 0);
+  EXPECT_TRUE(bytesOf(path_).ends_with(tablesAndData({}, {c, ""}, c)));
+
   ASSERT_EQ(openBytes(eventFile(Records(4094, hex("43 0100 41")))), 0);
   EXPECT_EQ(event_.addDerivedCourse(courseNamed("last")), 0);
   EXPECT_EQ(event_.addDerivedCourse(courseNamed("more")), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);

@@ -1,10 +1,8 @@
 // Questions to all runners of an event: the lists over them and the search.
 
 #include <map>
-#include <random>
 
 #include "larkstone/core/text.hpp"
-#include "larkstone/event/runner_block.hpp"
 
 #include "support.hpp"
 
@@ -176,39 +174,6 @@ TEST_F(EventQueries, OneConditionOrAllAreMet) {
             3);
   EXPECT_EQ(event_.searchRunners(runners, {}, {}), 6);
   EXPECT_EQ(event_.searchRunners(runners, {}, {}, true), 0);
-}
-
-// Whatever the bytes, a block says the same as the runner decoded from it.
-TEST(RunnerBlockTest, AgreesWithTheDecodedRunner) {
-  LRKRunner full = runnerOn({31, 32});
-  full.firstName("Åsa");
-  full.club("OK Syd");
-  full.extraPunches().add(100, 99);
-  LRKCategory category;
-  category.addRunner(full);
-  const std::string record = encodeCategory(category);
-  const std::string whole(runnerBlocks(record).at(0));
-  std::mt19937 random(5);
-  const auto below = [&random](std::size_t limit) { return random() % limit; };
-  for (int round = 0; round < 3000; ++round) {
-    std::string bytes = whole.substr(0, whole.size() - (round % 3 == 0 ? below(whole.size()) : 0));
-    for (std::size_t k = below(3); k > 0; --k) {
-      bytes[below(bytes.size())] = static_cast<char>(below(256));
-    }
-    LRKRunner runner;
-    decodeRunner(bytes, runner);
-    const RunnerBlock block(bytes);
-    ASSERT_EQ(block.name(), runner.name());
-    ASSERT_EQ(block.status(), runner.status());
-    ASSERT_EQ(block.resultTime(), runner.resultTime());
-    ASSERT_EQ(block.codes().codes(), runner.punches().codeArray());
-    for (const enmFileTag tag : {etagRunnerClub, etagRunnerID, etagRunnerResultPlace}) {
-      bool isSet = false;
-      const TagValue value = runner.getPropertyByTag(tag, isSet);
-      ASSERT_EQ(block.has(tag), isSet);
-      ASSERT_EQ(block.value(tag), isSet ? value : TagValue());
-    }
-  }
 }
 
 }  // namespace

@@ -95,9 +95,10 @@ class ByteReader {
     position_ += taken.size();
     return taken;
   }
-  /// Whether that many bytes are left; the reader has failed otherwise.
+  /// Whether that many bytes are left; the reader has failed otherwise. Never after a failure: a
+  /// count that could not be read counts nothing.
   bool has(std::int64_t count) {
-    if (count >= 0 && count <= remaining()) return true;
+    if (!failed_ && count >= 0 && count <= remaining()) return true;
     failed_ = true;
     position_ = bytes_.size();
     return false;

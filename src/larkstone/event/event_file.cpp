@@ -4,6 +4,7 @@
 #include <limits>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 namespace larkstone {
 
@@ -75,11 +76,13 @@ bool allWithin(const std::vector<Record>& records, std::int64_t dataLength) {
   });
 }
 
+// A record without bytes comes before the one that begins where it does.
 void numberPlaces(std::vector<Record>& records) {
   std::vector<std::size_t> order(records.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::stable_sort(order.begin(), order.end(), [&records](std::size_t a, std::size_t b) {
-    return records[a].offset < records[b].offset;
+    return std::pair(records[a].offset, records[a].length) <
+           std::pair(records[b].offset, records[b].length);
   });
   for (std::size_t place = 0; place < order.size(); ++place) {
     records[order[place]].place = static_cast<int>(place);

@@ -25,7 +25,7 @@ constexpr Format startlists[] = {
 };
 
 constexpr Format byNameOnly[] = {
-    {LRK_IMPORT_LRK_LRK3, nullptr, nullptr},
+    {LRK_IMPORT_LRK_LRK3, nullptr, readLrk3},
     {LRK_IMPORT_CSV_OE200X, nullptr, nullptr},
     {LRK_IMPORT_CSV_OS200X, nullptr, nullptr},
     {LRK_IMPORT_CSV_SIMAN, nullptr, nullptr},

@@ -212,7 +212,9 @@ bool File::takeAccessOf(const std::string& path) {
   constexpr auto sameOwner = static_cast<uid_t>(-1);
   const bool given = ::fchown(handle_, status.st_uid, status.st_gid) == 0 ||
                      ::fchown(handle_, sameOwner, status.st_gid) == 0;
-  return ::fchmod(handle_, status.st_mode & 07777) == 0 && given;
+  // What the old group may, the user's own group shall not.
+  const mode_t mode = status.st_mode & (given ? 07777 : 00707);
+  return ::fchmod(handle_, mode) == 0 && given;
 }
 
 void File::close() {
@@ -243,8 +245,8 @@ bool WholeFile::write(std::string_view bytes) {
 bool WholeFile::commit() {
   if (failed_ || !file_.isOpen()) return false;
   if (draft_.empty()) return true;
-  file_.takeAccessOf(
-      target_);  // where that is not possible, the file is still the user's, and whole
+  // Where that is not possible, the file is still the user's, and whole.
+  file_.takeAccessOf(target_);
   if (!file_.flush() || !renameFile(draft_, target_)) return false;
   file_.close();
   // The change of names, too. Not every folder can be flushed; the target is whole either way.
