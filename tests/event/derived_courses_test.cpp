@@ -91,6 +91,7 @@ TEST_F(DerivedCourses, IndicesAndHowManyThereMayBe) {
   EXPECT_FALSE(event_.derivedCourseAsCourse(-1));
 
   // An empty record stays in front of the one that begins where it does.
+  const std::string c = encodeDerivedCourse(courseNamed("C"));
   ASSERT_EQ(openBytes(eventFile({}, {c, ""})), 0);
   ASSERT_EQ(event_.saveEvent(), 0);
   EXPECT_TRUE(bytesOf(path_).ends_with(tablesAndData({}, {c, ""}, c)));
