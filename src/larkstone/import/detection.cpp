@@ -10,7 +10,7 @@
 #include "larkstone/import/import.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/scan_file.hpp"
-#include "larkstone/import/xml_preparation.hpp"
+#include "larkstone/import/scan/text_encoding.hpp"
 #include "larkstone/platform/file.hpp"
 
 namespace larkstone {

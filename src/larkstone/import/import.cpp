@@ -106,6 +106,8 @@ void LRKImport::onNewCategory(std::function<void(const std::string&)> notify) {
 void LRKImport::onNote(std::function<void(const ImportNote&)> notify) {
   session_->onNote = std::move(notify);
 }
+const std::vector<ImportNote>& LRKImport::warnings() const { return session_->warnings(); }
+int LRKImport::noOfWarnings() const { return session_->noOfWarnings(); }
 
 bool LRKImport::importingNow() const { return session_->importingNow(); }
 float LRKImport::fractionCompleted() const { return session_->fractionCompleted(); }

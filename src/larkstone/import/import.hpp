@@ -19,8 +19,9 @@ class LRKEvent;
 
 /// Something that an import skipped or could not read: a runner, a field, a punch.
 struct ImportNote {
-  std::string what;   ///< "control code \"F1\" is not a number"
-  std::string where;  ///< the element or line: "ClassResult \"H21\", PersonResult 3 \"Åsa Öberg\""
+  std::string what;  ///< "control code \"F1\" is not a number"
+  std::string where;  ///< the element or line: "ClassResult \"H21\", PersonResult 3 \"Åsa Öberg\"",
+                      ///< "line 12 \"Åsa Öberg\""
 };
 
 /// Reads result lists into an event that is open, or converts them straight into event files.
@@ -56,8 +57,12 @@ class LRKImport {
   void onWorkProgress(std::function<void(float)> notify);
   /// Told when a category has got its name, before its runners are read.
   void onNewCategory(std::function<void(const std::string&)> notify);
-  /// Told of each thing that was skipped or could not be read. Costs nothing when nobody listens.
+  /// Told of each thing that was skipped or could not be read.
   void onNote(std::function<void(const ImportNote&)> notify);
+  /// What the running or last import skipped or could not read, in the order of the file: the first
+  /// 10,000 of noOfWarnings(). Long texts of the file are cut.
+  const std::vector<ImportNote>& warnings() const;
+  int noOfWarnings() const;
 
   bool importingNow() const;
   /// The last reported part of the work; 0 when an import starts.

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "larkstone/import/session.hpp"
+#include "larkstone/import/reader_run.hpp"
 #include "larkstone/platform/xml.hpp"
 
 namespace larkstone {
@@ -24,16 +24,15 @@ struct IofResult {
 /// Tells what of a runner could not be read.
 class IofNotes {
  public:
-  IofNotes(const ImportSession& session, const std::string& className, const IofResult& result,
+  IofNotes(ImportSession& session, const std::string& className, const IofResult& result,
            const LRKRunner& runner)
       : session_(session), className_(className), result_(result), runner_(runner) {}
 
   /// "what" or, with a text of the file, "what "text"".
-  void operator()(std::string_view what) const;
-  void operator()(std::string_view what, std::string_view text) const;
+  void operator()(std::string_view what, std::string_view text = {}) const;
 
  private:
-  const ImportSession& session_;
+  ImportSession& session_;
   const std::string& className_;
   const IofResult& result_;
   const LRKRunner& runner_;
@@ -51,15 +50,13 @@ struct IofVersion {
   void (*collectResults)(XmlNode personResult, std::vector<IofResult>& results);
   /// False for a runner that is left out.
   bool (*readRunner)(const IofResult& result, LRKRunner& runner, const IofNotes& notes);
-  /// Before a category is added.
-  void (*finishCategory)(LRKCategory& category);
+  CourseLengthFrom courseLength;
 };
 
 extern const IofVersion iofVersion2;
 extern const IofVersion iofVersion3;
 
-/// Reads the classes below a ResultList into the event: 0, LRK_IMPORT_CANCELLED or an event-file
-/// error.
-std::int32_t readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job);
+/// Reads the classes below a ResultList into the event, as far as the run goes on.
+void readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job, ReaderRun& run);
 
 }  // namespace larkstone

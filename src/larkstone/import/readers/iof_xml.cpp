@@ -3,6 +3,7 @@
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/iof_list.hpp"
+#include "larkstone/import/scan/text_encoding.hpp"
 #include "larkstone/import/xml_preparation.hpp"
 #include "larkstone/platform/file.hpp"
 
@@ -19,7 +20,7 @@ std::string versionOf(XmlNode list) {
 bool load(const std::string& path, XmlDocument& document) {
   std::string bytes;
   if (!readFile(path, bytes)) return false;
-  std::string text = xmlText(std::move(bytes));
+  std::string text = utf8Text(std::move(bytes));
   if (!removeDocumentType(text)) return false;
   repairEndTag(text);
   return document.parse(std::move(text)) && document.root().is("ResultList");
@@ -47,8 +48,9 @@ std::int32_t readIofXml(ReadJob& job) {
   const std::string importedFrom = version.importedFrom(list, number);
   job.event.importedFrom(importedFrom);
   version.readEvent(list, job.event);
-  if (const std::int32_t code = readIofClasses(version, list, job)) return code;
-  job.session.complete(job.event, importedFrom);
+  ReaderRun run(job, version.courseLength);
+  readIofClasses(version, list, job, run);
+  if (const std::int32_t code = run.end(importedFrom)) return code;
   return mostNamesAreBlank(job.event) ? LRK_IMPORT_IOF_XML_BLANK_NAMES : 0;
 }
 

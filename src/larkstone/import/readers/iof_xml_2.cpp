@@ -324,6 +324,6 @@ const IofVersion iofVersion2 = {importedFrom,
                                 readCourse,
                                 collectResults,
                                 readRunner,
-                                setCourseLengthFromRunners};
+                                CourseLengthFrom::runners};
 
 }  // namespace larkstone

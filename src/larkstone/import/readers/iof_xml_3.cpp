@@ -213,11 +213,10 @@ bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
   return true;
 }
 
-void finishCategory(LRKCategory&) {}
-
 }  // namespace
 
-const IofVersion iofVersion3 = {importedFrom,   readEvent,  readClass,     readCourse,
-                                collectResults, readRunner, finishCategory};
+const IofVersion iofVersion3 = {
+    importedFrom,          readEvent, readClass, readCourse, collectResults, readRunner,
+    CourseLengthFrom::list};
 
 }  // namespace larkstone
