@@ -9,5 +9,8 @@
 namespace larkstone {
 
 std::int32_t readIofXml(ReadJob& job);
+/// Individual results, or a relay whose fastest parallel runners count.
+std::int32_t readPekkaPirilaXml(ReadJob& job);
+std::int32_t readPekkaPirilaRelayXml(ReadJob& job);
 
 }  // namespace larkstone
