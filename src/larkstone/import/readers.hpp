@@ -13,5 +13,8 @@ std::int32_t readCsvIndividual(ReadJob& job);
 std::int32_t readCsvSiMan(ReadJob& job);
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readStandardText(ReadJob& job);
+/// Individual results, or a relay whose fastest parallel runners count.
+std::int32_t readPekkaPirilaXml(ReadJob& job);
+std::int32_t readPekkaPirilaRelayXml(ReadJob& job);
 
 }  // namespace larkstone
