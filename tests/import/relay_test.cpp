@@ -74,7 +74,7 @@ TEST_F(RelayTest, BecomesTeamsAndLegs) {
                                         "Asa 0 1: S 3660000, 41 3672000, F 3725000",
                                         "Bo 6 0: S 3661000, F 3725000"));
   EXPECT_EQ(setProperties(runner(4, 2)),
-            "firstName=Cleo club=OK C relayLeg=3 relayTeamID=2 relayTeam=C ");
+            "firstName=Cleo club=OK C relayLeg=3 relayTeamID=3 relayTeam=C ");
   EXPECT_EQ(event.category(1)->noOfRelayLegs(), 3);
 
   importer.setLocalizedStrings("Staffel", "gemeinsam");
@@ -328,7 +328,7 @@ TEST_F(RelayTest, PekkaPirilaRelayInItsThreeSetsOfNames) {
                 ElementsAre("RR 2 0 1: S 0, 31 60000, F 180000", "RR 2 7 9: S 0, 31 66000, F -"));
     EXPECT_EQ(runnersOf(at + 2)[1], "Asa 0 1: S 60000, 31 66000, F 180000");
     EXPECT_EQ(setProperties(runner(at + 2, 0)),
-              "cCardID=123 name=Aga club=RR relayLeg=2 relayTeamID=0 relayTeam=RR 2 courseName=A ");
+              "cCardID=123 name=Aga club=RR relayLeg=2 relayTeamID=1 relayTeam=RR 2 courseName=A ");
     // The relay reader itself takes the mode at its word.
     EXPECT_EQ(importer.importPekkaPirilaRelayXML(event, file, erpmSlowestTime), 0);
     EXPECT_EQ(runnersOf(at + 3)[0], "RR 2 0 1: S 0, 31 60000, F 210000");
