@@ -48,7 +48,6 @@ struct Team {
 struct Member {
   LRKRunner runner;
   int team = -1;  // none for a team that is not listed
-  std::int32_t teamNumber = 0;
 };
 
 // The next member may have started, but for the team the leg has no end.
@@ -198,22 +197,26 @@ class RelayParts {
 
   static void endLeg(Team& team, Code code) {
     const LRKRunner* const member = team.counting;
-    Time end = LRK_NO_TIME;
-    team.handover = 0;
-    bool maySay = true;  // what the list says about the finish of the team
-    if (member != nullptr) {
-      // Times that count from an unknown handover say nothing about the team.
-      const bool first = team.punches.count() == 1;
-      const Time finish = member->finishTime();
-      if ((first || member->startTime() > 0) && !isDisq(finish)) team.handover = finish;
-      maySay = !hasFailed(member->status());
-      if (maySay && team.handover > 0) end = finish;
-      if (team.status == estaOK) team.status = member->status();
-    } else {
+    const Time finish = clockAtFinish(team);
+    team.handover = isDisq(finish) ? 0 : finish;
+    if (member == nullptr) {
       team.complete = false;
+    } else if (team.status == estaOK) {
+      team.status = member->status();
     }
-    if (isFinishCode(code) && maySay && isDisq(end)) end = team.listedFinish;
+    Time end = LRK_NO_TIME;
+    if (member == nullptr || !hasFailed(member->status())) {
+      end = isDisq(finish) && isFinishCode(code) ? team.listedFinish : finish;
+    }
     team.punches.add(end, code);
+  }
+
+  // Times that count from an unknown handover say nothing about the team.
+  static Time clockAtFinish(const Team& team) {
+    const bool firstLeg = team.punches.count() == 1;
+    const bool isPlaced =
+        team.counting != nullptr && (firstLeg || isKnown(team.counting->startTime()));
+    return isPlaced ? team.counting->finishTime() : LRK_NO_TIME;
   }
 
   void finish(Team& team) const {

@@ -19,7 +19,8 @@ struct RelayRules {
   enmRelayParallelMode parallelMode = erpmFastestTime;
 };
 
-/// What a reader writes into the extraInfo of a team, and of its members with their relayLeg.
+/// What a reader writes into the extraInfo of a team, and of its members with their relayLeg. Teams
+/// count from 1.
 std::string relayTeamKey(std::int32_t team);
 std::string relayMemberKey(std::int32_t team);
 
@@ -31,7 +32,8 @@ inline constexpr int mostRelayLegs = 255;
 /// and members without a leg from 1 to mostRelayLegs, are left out.
 ///
 /// The times are clock times. A member whose start is not known (0) starts when the team's previous
-/// leg ended, one who starts before the team did so on the next day. A team without a status gets
+/// leg ended, one who starts before the team did so on the next day. A leg whose counting member
+/// mispunched or gave up has no end for the team, as in the lists. A team without a status gets
 /// that of its members: the first that is not OK, and OK when all legs are.
 std::vector<LRKCategory> relayCategories(LRKCategory relay, const RelayRules& rules);
 

@@ -208,7 +208,7 @@ class RelayReader {
     if (!isDisq(standing.time)) standing.finish = standing.start + standing.time;
     runner.finishTime(standing.finish);
     if (standing.status) runner.status(*standing.status);
-    runner.extraInfo(relayTeamKey(index));
+    runner.extraInfo(relayTeamKey(index + 1));
     if (!run_.addRunner(std::move(runner), notes)) return false;
     for (LRKRunner& member : members) {
       if (!run_.addRunner(std::move(member), notes)) return false;
@@ -247,7 +247,7 @@ class RelayReader {
       notes("no relay leg", std::to_string(member.leg));
     }
     runner.relayLeg(static_cast<std::int16_t>(std::clamp(member.leg, 0, mostRelayLegs + 1)));
-    runner.extraInfo(relayMemberKey(team));
+    runner.extraInfo(relayMemberKey(team + 1));
     return runner;
   }
 

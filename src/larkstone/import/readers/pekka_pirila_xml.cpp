@@ -270,7 +270,7 @@ class ListReader {
     if (!result.empty()) runner.status(statusOf({}, result, notesFor(team.place)));
     const std::int32_t place = leadingInteger(textOf(node, {"Placement"}));
     if (place > 0) runner.resultPlace(saturated<std::int16_t>(place));
-    runner.extraInfo(relayTeamKey(index));
+    runner.extraInfo(relayTeamKey(index + 1));
     const std::string name = runner.name();
     const std::string where = team.place;
     entries.push_back(std::move(team));
@@ -293,7 +293,7 @@ class ListReader {
     const auto notes = notesFor(entry.place);
     if (leg < 1 || leg > mostRelayLegs) notes("no relay leg", std::to_string(leg));
     runner.relayLeg(static_cast<std::int16_t>(std::clamp(leg, 0, mostRelayLegs + 1)));
-    runner.extraInfo(relayMemberKey(team));
+    runner.extraInfo(relayMemberKey(team + 1));
     std::string course = textOf(node, {"crs", "Course"});
     const std::string card = textOf(node, {"emit"});
     if (const std::int32_t number = leadingInteger(card); number > 0) runner.cCardID(number);
