@@ -144,7 +144,11 @@ class RelayParts {
       for (const Member& member : members) {
         Team* const team = teamOf(member);
         const Time start = member.runner.startTime();
-        if (team == nullptr || !isKnown(start)) continue;
+        if (team == nullptr) continue;
+        // Clocks of many lists begin at the first start: a first leg that ended began at 0.
+        if (leg == 1 && !isDisq(member.runner.finishTime())) team->startLeg = leg;
+        const bool fromZero = leg > 1 && team->startLeg == 1 && !isKnown(team->start);
+        if (!isKnown(start) || fromZero) continue;
         if (isKnown(team->start) && (team->startLeg != leg || team->start <= start)) continue;
         team->start = start;
         team->startLeg = leg;
