@@ -27,7 +27,7 @@ constexpr Format startlists[] = {
 constexpr Format byNameOnly[] = {
     {LRK_IMPORT_LRK_LRK3, nullptr, nullptr},
     {LRK_IMPORT_CSV_OE200X, nullptr, readCsvIndividual},
-    {LRK_IMPORT_CSV_OS200X, nullptr, nullptr},
+    {LRK_IMPORT_CSV_OS200X, nullptr, readCsvRelay},
     {LRK_IMPORT_CSV_SIMAN, nullptr, readCsvSiMan},
 };
 
