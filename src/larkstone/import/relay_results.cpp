@@ -36,7 +36,7 @@ struct Team {
   Time listedStart = 0;  // what the list says about the team itself
   Time listedFinish = LRK_NO_TIME;
   Time start = 0;
-  int startLeg = 0;
+  int startLeg = 0;  // the leg that tells the start
   LRKPunches punches;
   // The leg at hand and those before.
   Time handover = 0;  // the end of the leg before, 0 when it is not known
@@ -142,16 +142,7 @@ class RelayParts {
     for (const std::vector<Member>& members : legs_) {
       ++leg;
       for (const Member& member : members) {
-        Team* const team = teamOf(member);
-        const Time start = member.runner.startTime();
-        if (team == nullptr) continue;
-        // Clocks of many lists begin at the first start: a first leg that ended began at 0.
-        if (leg == 1 && !isDisq(member.runner.finishTime())) team->startLeg = leg;
-        const bool fromZero = leg > 1 && team->startLeg == 1 && !isKnown(team->start);
-        if (!isKnown(start) || fromZero) continue;
-        if (isKnown(team->start) && (team->startLeg != leg || team->start <= start)) continue;
-        team->start = start;
-        team->startLeg = leg;
+        if (Team* const team = teamOf(member)) lookAtStart(member.runner, leg, *team);
       }
       if (leg == 1) useListedStarts();
     }
@@ -162,9 +153,21 @@ class RelayParts {
     }
   }
 
+  // Clocks of many lists begin with the first start: a first leg that ended began at 0.
+  static void lookAtStart(const LRKRunner& runner, int leg, Team& team) {
+    const Time start = runner.startTime();
+    const bool beganAtZero = leg == 1 && start == 0 && !isDisq(runner.finishTime());
+    if (!isKnown(start) && !beganAtZero) return;
+    if (team.startLeg != 0 && team.startLeg != leg) return;
+    team.startLeg = leg;
+    if (isKnown(start) && (!isKnown(team.start) || start < team.start)) team.start = start;
+  }
+
   void useListedStarts() {
     for (Team& team : teams_) {
-      if (!isKnown(team.start) && isKnown(team.listedStart)) team.start = team.listedStart;
+      if (isKnown(team.start) || !isKnown(team.listedStart)) continue;
+      team.start = team.listedStart;
+      team.startLeg = 1;
     }
   }
 
