@@ -41,7 +41,15 @@ XmlNode childOf(XmlNode parent, Names names) {
   return child;
 }
 
-std::string textOf(XmlNode parent, Names names) { return childOf(parent, names).text(); }
+// The text of such a child, or else of an attribute.
+std::string textOf(XmlNode parent, Names names) {
+  if (const XmlNode child = childOf(parent, names)) return child.text();
+  for (const std::string_view name : names) {
+    const std::string_view text = parent.attribute(name);
+    if (!text.empty()) return std::string(text);
+  }
+  return {};
+}
 
 template <class Visit>
 void forEachChild(XmlNode parent, Names names, Visit visit) {
