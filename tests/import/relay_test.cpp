@@ -146,6 +146,14 @@ TEST_F(RelayTest, VersionTwoTellsOfLegsByOrder) {
               ElementsAre("Aga 0 1: S 3762000, F 3930000", "Ann 0 2: S 3762000, F 3936000"));
 }
 
+TEST_F(RelayTest, LegsBeyondAnyRelayAreToldOf) {
+  const std::string members =
+      member("Ada", 2147483647, "", "9") + "<TeamMemberResult><Result/></TeamMemberResult>";
+  ASSERT_EQ(importXml(list3(class3(team("A", members)))), 0);
+  EXPECT_THAT(categoryNames(event), ElementsAre("H21 whole legs"));
+  EXPECT_THAT(told, ElementsAre("no relay leg \"2147483647\"", "no relay leg"));
+}
+
 // A relay category that a host has put together.
 LRKCategory relayOf(
     std::initializer_list<std::tuple<const char*, int, Time, Time, enmStatus>> runners) {

@@ -22,7 +22,8 @@ struct Member {
   int leg = 0;
 };
 
-// The members of a team; who has no leg of his own comes after the one before.
+// The members of a team; who has no leg of his own comes after the one before. Legs beyond those of
+// any relay are 0 or one too many.
 void collectMembers(const IofVersion& version, XmlNode team, std::vector<Member>& members) {
   std::vector<IofResult> results;
   for (const XmlNode member : team.children(version.memberElement)) {
@@ -31,6 +32,7 @@ void collectMembers(const IofVersion& version, XmlNode team, std::vector<Member>
   int leg = 0;
   for (const IofResult& result : results) {
     leg = integerOf(result.result.textAt(version.legElement)).value_or(leg + 1);
+    leg = std::clamp(leg, 0, mostRelayLegs + 1);
     members.push_back({result, leg});
   }
 }
@@ -244,9 +246,9 @@ class RelayReader {
       runner.extraPunches().addTimeOffset(wholeDay);
     }
     if (member.leg < 1 || member.leg > mostRelayLegs) {
-      notes("no relay leg", std::to_string(member.leg));
+      notes("no relay leg", member.result.result.textAt(version_.legElement));
     }
-    runner.relayLeg(static_cast<std::int16_t>(std::clamp(member.leg, 0, mostRelayLegs + 1)));
+    runner.relayLeg(static_cast<std::int16_t>(member.leg));
     runner.extraInfo(relayMemberKey(team + 1));
     return runner;
   }

@@ -110,7 +110,8 @@ void readControls(XmlNode parent, Entry& entry) {
     const std::string code = textOf(node, {"CCode", "cc", "ControlCode"});
     Control control;
     const int before = entry.controls.empty() ? 0 : entry.controls.back().number;
-    control.number = hasDigit(number) ? leadingInteger(number) : before + 1;
+    control.number =
+        std::clamp(hasDigit(number) ? leadingInteger(number) : before + 1, 0, LRK_MAX_LIST);
     const std::int32_t value = leadingInteger(code);
     if (value > 0 && value < LRK_START_CODE) control.code = static_cast<Code>(value);
     control.time = timeOf(textOf(node, {"ControlTime", "ct"}));
@@ -285,7 +286,7 @@ class ListReader {
     int leg = 0;
     forEachChild(node, {"Leg"}, [&](XmlNode member) {
       const std::string nro = textOf(member, {"LegNro"});
-      leg = hasDigit(nro) ? leadingInteger(nro) : leg + 1;
+      leg = std::clamp(hasDigit(nro) ? leadingInteger(nro) : leg + 1, 0, mostRelayLegs + 1);
       entries.push_back(readLeg(member, leg, index, where, club));
     });
   }
@@ -300,7 +301,7 @@ class ListReader {
     if (!club.empty()) runner.club(club);
     const auto notes = notesFor(entry.place);
     if (leg < 1 || leg > mostRelayLegs) notes("no relay leg", std::to_string(leg));
-    runner.relayLeg(static_cast<std::int16_t>(std::clamp(leg, 0, mostRelayLegs + 1)));
+    runner.relayLeg(static_cast<std::int16_t>(leg));
     runner.extraInfo(relayMemberKey(team + 1));
     std::string course = textOf(node, {"crs", "Course"});
     const std::string card = textOf(node, {"emit"});
