@@ -4,6 +4,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_text.hpp"
 #include "larkstone/import/scan/scan_file.hpp"
+#include "larkstone/import/scan/text_lines.hpp"
 
 #include "support/temp_folder.hpp"
 
@@ -29,7 +30,7 @@ TEST(FieldsTest, FieldsEndAtTheDelimiterOrTheEndOfTheText) {
 
 std::vector<std::string> csvFields(std::string_view line) {
   std::vector<std::string> fields;
-  for (CsvFields csv(line, ";"); !csv.atEnd();) fields.push_back(csv.next());
+  for (CsvFields csv(line, ";"); !csv.atEnd();) fields.emplace_back(csv.next());
   return fields;
 }
 
@@ -98,10 +99,50 @@ TEST_F(ScanFileTest, FindReadsWholeBlocksUpToItsLimit) {
 
 TEST_F(ScanFileTest, LinesEndInAnyWay) {
   const std::string longLine(100000, 'x');
-  ScanFile file = open("a\nb\r\nc\r\r\nd\re\r\n\r\n" + longLine + "\nlast");
+  const std::string bytes = "a\nb\r\nc\r\r\nd\re\r\n\r\n" + longLine + "\nlast";
+  ScanFile file = open(bytes);
   std::vector<std::string> lines;
   for (std::string line; file.readLine(line);) lines.push_back(line);
   EXPECT_THAT(lines, testing::ElementsAre("a", "b", "c", "d", "e", "", longLine, "last"));
+  TextLines text;
+  ASSERT_TRUE(text.read(folder.write("text", bytes)));
+  EXPECT_EQ(text.count(), 8);
+  std::string_view line;
+  for (const std::string& expected : lines) {
+    ASSERT_TRUE(text.next(line));
+    EXPECT_EQ(line, expected);
+  }
+  EXPECT_FALSE(text.next(line));
+  EXPECT_EQ(text.number(), 8);
+}
+
+TEST_F(ScanFileTest, TheEncodingOfATextIsThatOfAllItsBytes) {
+  using namespace std::string_view_literals;
+  struct Row {
+    std::string_view bytes;
+    std::string_view utf8;
+    std::string_view page;
+  };
+  constexpr Row rows[] = {
+      {"", "", ""},
+      {"\xEF\xBB\xBF"
+       "a\r",
+       "a\n", "a\n"},
+      {"\xC3\xA5\n", "å\n", "\xE5\n"},
+      {"\xE5 \xC3\xA5", "å Ã¥\n", "\xE5 \xC3\xA5\n"},  // one byte tells for the others
+      {"\xFF\xFE"
+       "a\0\xE5\0"sv,
+       "aå\n", "a\xE5\n"},
+      {"a\0b\0\n"sv, "a b \n", "a b \n"},
+  };
+  for (const Row& row : rows) {
+    const std::string path = folder.write("text", row.bytes);
+    TextLines lines;
+    ASSERT_TRUE(lines.read(path));
+    EXPECT_EQ(lines.text(), row.utf8);
+    ASSERT_TRUE(lines.read(path, TextLines::Form::windows1252));
+    EXPECT_EQ(lines.text(), row.page);
+  }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "larkstone/core/number.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/formats.hpp"
+#include "larkstone/import/readers.hpp"
 #include "larkstone/import/session.hpp"
 #include "larkstone/platform/file.hpp"
 
@@ -106,6 +107,8 @@ void LRKImport::onNewCategory(std::function<void(const std::string&)> notify) {
 void LRKImport::onNote(std::function<void(const ImportNote&)> notify) {
   session_->onNote = std::move(notify);
 }
+const std::vector<ImportNote>& LRKImport::warnings() const { return session_->warnings(); }
+int LRKImport::noOfWarnings() const { return session_->noOfWarnings(); }
 
 bool LRKImport::importingNow() const { return session_->importingNow(); }
 float LRKImport::fractionCompleted() const { return session_->fractionCompleted(); }
@@ -194,8 +197,7 @@ std::int32_t LRKImport::importPekkaPirilaXML(LRKEvent& lrk, const std::string& f
 }
 std::int32_t LRKImport::importPekkaPirilaRelayXML(LRKEvent& lrk, const std::string& file,
                                                   enmRelayParallelMode parallelMode) {
-  return importWith(*session_, LRK_IMPORT_PEKKA_PIRILA_XML, lrk, file,
-                    {.parallelMode = parallelMode});
+  return session_->run(readPekkaPirilaRelayXml, {lrk, file, *session_, 0, parallelMode});
 }
 std::int32_t LRKImport::importSOLVHTML(LRKEvent& lrk, const std::string& file) {
   return importWith(*session_, LRK_IMPORT_SOLV_HTML, lrk, file);

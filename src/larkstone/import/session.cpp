@@ -5,6 +5,22 @@
 
 namespace larkstone {
 
+namespace {
+
+constexpr std::size_t mostWarnings = 10000;
+constexpr std::size_t longestText = 200;  // of a note, in bytes
+
+// A text of a file may be of any length; what a note quotes of it ends with a whole character.
+void shorten(std::string& text) {
+  if (text.size() <= longestText) return;
+  std::size_t end = longestText;
+  while (end > 0 && (text[end] & 0xC0) == 0x80) --end;
+  text.resize(end);
+  text += "...";
+}
+
+}  // namespace
+
 std::int32_t ImportSession::run(Reader reader, ReadJob job) {
   if (importingNow_ || reader == nullptr) return LRK_IMPORT_UNKNOWN;
   // Also when a notification throws: the importer is free again and no request to cancel is left.
@@ -12,6 +28,8 @@ std::int32_t ImportSession::run(Reader reader, ReadJob job) {
     explicit Running(ImportSession& running) : session(running) {
       session.importingNow_ = true;
       session.fractionCompleted_ = 0;
+      session.warnings_.clear();
+      session.noOfWarnings_ = 0;
     }
     ~Running() {
       session.importingNow_ = false;
@@ -24,15 +42,20 @@ std::int32_t ImportSession::run(Reader reader, ReadJob job) {
   return fileExists(job.fileName) ? reader(job) : LRK_IMPORT_FILE_DOES_NOT_EXIST;
 }
 
-bool ImportSession::progress(float fraction) {
+void ImportSession::progress(float fraction) {
   fractionCompleted_ = fraction;
   if (onWorkProgress) onWorkProgress(fraction);
-  return !cancelled();
 }
 
-std::int32_t ImportSession::addCategory(LRKEvent& event, LRKCategory category) {
-  const std::int32_t error = event.addCategory(category);
-  return error == 0 ? 0 : LRK_IMPORT_EVENT_FILE_ERROR + error;
+bool ImportSession::notesWanted() const { return onNote || warnings_.size() < mostWarnings; }
+
+void ImportSession::keep(std::string_view what, std::string_view text, std::string where) {
+  ImportNote note{std::string(what), std::move(where)};
+  if (!text.empty()) note.what.append(" \"").append(text.substr(0, longestText + 4)).append("\"");
+  shorten(note.what);
+  shorten(note.where);
+  if (onNote) onNote(note);
+  if (warnings_.size() < mostWarnings) warnings_.push_back(std::move(note));
 }
 
 void ImportSession::complete(LRKEvent& event, const std::string& importedFrom) const {
@@ -40,17 +63,6 @@ void ImportSession::complete(LRKEvent& event, const std::string& importedFrom) c
   if (master.empty()) return;
   if (!event.createdBySet()) event.createdBy(master);
   event.lastModifiedBy(master);
-}
-
-void setCourseLengthFromRunners(LRKCategory& category) {
-  std::int64_t sum = 0;
-  std::int64_t count = 0;
-  for (int i = 0; i < category.noOfRunners(); ++i) {
-    if (!category.runner(i).courseLengthSet()) continue;
-    sum += category.runner(i).courseLength();
-    ++count;
-  }
-  if (count > 0) category.courseLength(static_cast<Length>(sum / (count * 1000) * 1000));
 }
 
 }  // namespace larkstone

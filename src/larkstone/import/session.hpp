@@ -6,12 +6,13 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/enums.hpp"
 #include "larkstone/core/types.hpp"
 #include "larkstone/import/import.hpp"
-#include "larkstone/model/category.hpp"
 
 namespace larkstone {
 
@@ -28,8 +29,7 @@ struct ReadJob {
 };
 
 /// A reader reads one format: it knows its file and nothing else. The file exists when it is
-/// called. It tells the session of each category and each step, and stops with LRK_IMPORT_CANCELLED
-/// when a step says so.
+/// called. What it has read goes through a ReaderRun.
 using Reader = std::int32_t (*)(ReadJob&);
 
 class ImportSession {
@@ -49,34 +49,33 @@ class ImportSession {
   /// Runs a reader, or returns LRK_IMPORT_UNKNOWN for none.
   std::int32_t run(Reader reader, ReadJob job);
 
+  /// What the last import left out; of many the first ones. How many there were.
+  const std::vector<ImportNote>& warnings() const { return warnings_; }
+  int noOfWarnings() const { return noOfWarnings_; }
+
   // For readers:
 
   bool cancelled() const { return cancelRequested_; }
-  void newCategory(const std::string& name) const {
-    if (onNewCategory) onNewCategory(name);
-  }
-  /// Reports the part done; false when the reader has to stop.
-  bool progress(float fraction);
-  /// Tells of something left out. `where` is a function that names the place; it is called only
-  /// when somebody listens.
+  void progress(float fraction);
+  /// Tells of something left out: "what" or, with a text of the file, "what "text"". where() names
+  /// the place; it is called only when the note is wanted.
   template <class Where>
-  void note(std::string_view what, Where where) const {
-    if (onNote) onNote({std::string(what), where()});
+  void note(std::string_view what, std::string_view text, Where where) {
+    ++noOfWarnings_;
+    if (notesWanted()) keep(what, text, where());
   }
-  bool notesWanted() const { return static_cast<bool>(onNote); }
-  /// Adds a category to the event: 0, or LRK_IMPORT_EVENT_FILE_ERROR and more.
-  static std::int32_t addCategory(LRKEvent& event, LRKCategory category);
   /// The end of a complete import: where the event comes from and who made it.
   void complete(LRKEvent& event, const std::string& importedFrom) const;
 
  private:
+  bool notesWanted() const;
+  void keep(std::string_view what, std::string_view text, std::string where);
+
   bool importingNow_ = false;
   float fractionCompleted_ = 0;
   std::atomic<bool> cancelRequested_ = false;
+  std::vector<ImportNote> warnings_;
+  int noOfWarnings_ = 0;
 };
-
-/// The course length of a category is the average of its runners' lengths, down to 10 m; it stays
-/// as it was when no runner has one.
-void setCourseLengthFromRunners(LRKCategory& category);
 
 }  // namespace larkstone

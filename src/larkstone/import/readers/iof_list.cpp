@@ -1,37 +1,29 @@
 #include "larkstone/import/readers/iof_list.hpp"
 
 #include <algorithm>
-#include <limits>
 #include <span>
 #include <unordered_map>
 
+#include "larkstone/import/readers/iof_relay.hpp"
 #include "larkstone/import/readers/iof_values.hpp"
 
 namespace larkstone {
 
 namespace {
 
-constexpr int noRace = std::numeric_limits<int>::min();
+constexpr int noRace = IofResult::noRace;
 
-std::string quoted(std::string_view element, std::string_view name) {
-  return std::string(element).append(" \"").append(name).append("\"");
-}
-
-std::string teamName(XmlNode team) {
-  const XmlNode name = team.child("TeamName");
-  return name ? name.text() : team.textAt("Name");
-}
-
-// One class after another, one category open at a time. The children of a class are walked once,
-// however many races they belong to.
+// The persons of one class after another, one category open at a time. The children of a class are
+// walked once, however many races they belong to.
 class ClassReader {
  public:
-  ClassReader(const IofVersion& version, ReadJob& job) : version_(version), job_(job) {}
+  ClassReader(const IofVersion& version, ReadJob& job, ReaderRun& run)
+      : version_(version), job_(job), run_(run) {}
 
-  std::int32_t read(XmlNode classResult) {
+  void read(XmlNode classResult) {
     LRKCategory category;
     version_.readClass(classResult, category);
-    collect(classResult, category.name());
+    if (!collect(classResult)) return;
     const bool severalRaces = sortByRace();
     std::span<const IofResult> rest(results_);
     do {
@@ -39,38 +31,31 @@ class ClassReader {
         return result.race != rest.front().race;
       });
       const auto count = static_cast<std::size_t>(end - rest.begin());
-      if (const auto code = readRace(category, rest.first(count), severalRaces)) return code;
+      readRace(category, rest.first(count), severalRaces);
       rest = rest.subspan(count);
-    } while (!rest.empty());
-    return 0;
+    } while (!rest.empty() && !run_.stopped());
   }
 
  private:
-  void collect(XmlNode classResult, const std::string& className) {
+  // False for a class that holds teams alone.
+  bool collect(XmlNode classResult) {
     results_.clear();
     courses_.clear();
     int persons = 0;
-    int teams = 0;
     for (XmlNode child = classResult.firstChild(); child; child = child.next()) {
       if (child.is("PersonResult")) {
         collectPerson(child, ++persons);
       } else if (child.is("Course")) {
         courses_.try_emplace(integerOf(child.attribute("raceNumber")).value_or(noRace), child);
         courses_.try_emplace(noRace, child);  // the first one stands for every other race
-      } else if (child.is("TeamResult")) {
-        ++teams;
-        job_.session.note("team result skipped", [&] {
-          return quoted("ClassResult", className) + ", " +
-                 quoted("TeamResult " + std::to_string(teams), teamName(child));
-        });
       }
     }
+    return persons > 0 || !classResult.child("TeamResult");
   }
 
   void collectPerson(XmlNode person, int number) {
     const std::size_t before = results_.size();
     version_.collectResults(person, results_);
-    if (results_.size() == before) results_.push_back({person, {}, noRace, 0});
     for (std::size_t i = before; i < results_.size(); ++i) results_[i].number = number;
   }
 
@@ -95,68 +80,64 @@ class ClassReader {
     return found == courses_.end() ? XmlNode() : found->second;
   }
 
-  std::int32_t readRace(LRKCategory category, std::span<const IofResult> results,
-                        bool severalRaces) {
+  void readRace(LRKCategory category, std::span<const IofResult> results, bool severalRaces) {
     const int race = results.empty() ? noRace : results.front().race;
     version_.readCourse(courseOf(race), category);
     if (severalRaces) category.name(category.name() + " (" + std::to_string(race) + ")");
-    job_.session.newCategory(category.name());
     category.reserveRunners(static_cast<int>(results.size()));
+    run_.beginCategory(std::move(category));
     for (const IofResult& result : results) {
-      if (!addRunner(result, category)) return LRK_IMPORT_CANCELLED;
+      if (!addRunner(result)) return;
     }
-    if (category.noOfRunners() == 0) return 0;
-    version_.finishCategory(category);
-    return ImportSession::addCategory(job_.event, std::move(category));
+    if (run_.category().noOfRunners() == 0) run_.dropCategory();
+    run_.endCategory();
   }
 
   // False when the import has to stop.
-  bool addRunner(const IofResult& result, LRKCategory& category) {
+  bool addRunner(const IofResult& result) {
     LRKRunner runner;
-    const IofNotes notes(job_.session, category.name(), result, runner);
+    const IofNotes notes(job_.session, run_.category().name(), {"PersonResult", result.number},
+                         runner);
     if (!result.result) notes("no result");
-    if (version_.readRunner(result, runner, notes)) {
-      if (category.noOfRunners() < LRK_MAX_LIST) {
-        category.addRunner(std::move(runner));
-      } else {
-        notes("the category is full");
-      }
+    version_.readRunner(result, runner, notes);
+    if (version_.onlyWithSplits && runner.punches().count() <= 2) {
+      if (result.result) notes("no split times");
+      return !run_.stopped();
     }
-    return !job_.session.cancelled();
+    return run_.addRunner(std::move(runner), notes);
   }
 
   const IofVersion& version_;
   ReadJob& job_;
+  ReaderRun& run_;
   std::vector<IofResult> results_;
   std::unordered_map<int, XmlNode> courses_;
 };
 
 }  // namespace
 
-void IofNotes::operator()(std::string_view what) const {
-  session_.note(what, [&] {
+void IofNotes::operator()(std::string_view what, std::string_view text) const {
+  session_.note(what, text, [&] {
     return quoted("ClassResult", className_) + ", " +
-           quoted("PersonResult " + std::to_string(result_.number), runner_.name());
+           quoted(std::string(element_.name) + " " + std::to_string(element_.number),
+                  runner_.name());
   });
 }
 
-void IofNotes::operator()(std::string_view what, std::string_view text) const {
-  if (session_.notesWanted()) operator()(quoted(what, text));
-}
-
-std::int32_t readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job) {
-  int classes = 0;
-  for ([[maybe_unused]] const XmlNode classResult : list.children("ClassResult")) ++classes;
-  ClassReader reader(version, job);
-  int done = 0;
+void readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job, ReaderRun& run) {
+  const std::vector<std::vector<XmlNode>> relays = relaysOf(version, list);
+  ClassReader reader(version, job, run);
+  std::size_t index = 0;
   for (const XmlNode classResult : list.children("ClassResult")) {
-    if (const std::int32_t code = reader.read(classResult)) return code;
-    ++done;
-    if (!job.session.progress(static_cast<float>(done) / static_cast<float>(classes))) {
-      return LRK_IMPORT_CANCELLED;
+    reader.read(classResult);
+    if (!run.stopped() && !relays[index].empty()) {
+      readIofRelay(version, relays[index], job, run);
     }
+    ++index;
+    const bool goesOn =
+        !run.stopped() && run.progress(static_cast<int>(index), static_cast<int>(relays.size()));
+    if (!goesOn) return;
   }
-  return 0;
 }
 
 }  // namespace larkstone

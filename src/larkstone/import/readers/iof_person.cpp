@@ -46,9 +46,4 @@ void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& no
   }
 }
 
-void completePunches(LRKRunner& runner) {
-  if (!runner.punches().startExists()) runner.startTime(0);
-  if (!runner.punches().finishExists()) runner.finishTime(LRK_NO_TIME);
-}
-
 }  // namespace larkstone

@@ -19,8 +19,4 @@ void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes)
 /// An empty or unreadable number leaves the card unknown.
 void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes);
 
-/// Gives a runner the start and the finish punch where they are missing: a start at 0, a finish
-/// without a time.
-void completePunches(LRKRunner& runner);
-
 }  // namespace larkstone

@@ -3,6 +3,7 @@
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/iof_list.hpp"
+#include "larkstone/import/scan/text_encoding.hpp"
 #include "larkstone/import/xml_preparation.hpp"
 #include "larkstone/platform/file.hpp"
 
@@ -19,16 +20,19 @@ std::string versionOf(XmlNode list) {
 bool load(const std::string& path, XmlDocument& document) {
   std::string bytes;
   if (!readFile(path, bytes)) return false;
-  std::string text = xmlText(std::move(bytes));
+  std::string text = utf8Text(std::move(bytes));
   if (!removeDocumentType(text)) return false;
   repairEndTag(text);
   return document.parse(std::move(text)) && document.root().is("ResultList");
 }
 
+// The categories of a relay without a name are called " whole legs" and so on; names in lists have
+// no blank at the front.
 bool mostNamesAreBlank(const LRKEvent& event) {
   int blank = 0;
   for (int i = 0; i < event.noOfCategories(); ++i) {
-    if (event.categoryName(i).empty()) ++blank;
+    const std::string name = event.categoryName(i);
+    if (name.empty() || name.front() == ' ') ++blank;
   }
   return 2 * blank > event.noOfCategories();
 }
@@ -47,8 +51,9 @@ std::int32_t readIofXml(ReadJob& job) {
   const std::string importedFrom = version.importedFrom(list, number);
   job.event.importedFrom(importedFrom);
   version.readEvent(list, job.event);
-  if (const std::int32_t code = readIofClasses(version, list, job)) return code;
-  job.session.complete(job.event, importedFrom);
+  ReaderRun run(job, version.courseLength);
+  readIofClasses(version, list, job, run);
+  if (const std::int32_t code = run.end(importedFrom)) return code;
   return mostNamesAreBlank(job.event) ? LRK_IMPORT_IOF_XML_BLANK_NAMES : 0;
 }
 

@@ -16,6 +16,7 @@
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/byte_buffer.hpp"
 #include "larkstone/event/event.hpp"
+#include "larkstone/import/reader_run.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/platform/file.hpp"
 
@@ -86,7 +87,6 @@ void readTimes(ByteReader& reader, int noOfLegs, LRKRunner& runner) {
     time = missing ? LRK_NO_TIME : time + legTime;
     runner.punches().add(time, codeBehind(leg, noOfLegs));
   }
-  if (noOfLegs == 0) runner.finishTime(LRK_NO_TIME);
   if (wentOn) {
     runner.status(estaMisPunch);
   } else if (!missing && noOfLegs > 0) {
@@ -97,7 +97,7 @@ void readTimes(ByteReader& reader, int noOfLegs, LRKRunner& runner) {
 class Lrk3Reader {
  public:
   Lrk3Reader(ReadJob& job, std::string_view file)
-      : job_(job), file_(file), toRead_(static_cast<std::int64_t>(file.size())) {}
+      : job_(job), run_(job), file_(file), toRead_(static_cast<std::int64_t>(file.size())) {}
 
   std::int32_t read() {
     ByteReader header(file_);
@@ -110,13 +110,10 @@ class Lrk3Reader {
       const std::int64_t offset = count32(header) - 1;
       const std::int64_t length = count32(header);
       if (header.failed()) break;
-      if (const std::int32_t code = readBlock(blockAt(offset, length))) return code;
-      if (!job_.session.progress(static_cast<float>(i + 1) / static_cast<float>(noOfCategories))) {
-        return LRK_IMPORT_CANCELLED;
-      }
+      readBlock(blockAt(offset, length));
+      if (!run_.progress(i + 1, noOfCategories)) break;
     }
-    job_.session.complete(job_.event, "LRK3");
-    return 0;
+    return run_.end("LRK3");
   }
 
  private:
@@ -128,47 +125,47 @@ class Lrk3Reader {
 
   // A block that ends too early keeps its first runners. Blocks that overlap may not make more of
   // the file than is in it.
-  std::int32_t readBlock(std::string_view block) {
+  void readBlock(std::string_view block) {
     ByteReader reader(block);
     LRKCategory category;
     category.name(shortText(reader));
     const int noOfRunners = count16(reader);
     const int noOfLegs = count16(reader);
     if (reader.failed() || noOfLegs > mostLegs || toRead_ < 0) {
-      note("category cannot be read", category);
-      return 0;
+      return note("category cannot be read", category);
     }
-    job_.session.newCategory(category.name());
     if (reader.has(std::int64_t{4} * noOfLegs)) readLegLengths(reader, noOfLegs, category);
-    if (!readRunners(reader, noOfRunners, noOfLegs, category)) return LRK_IMPORT_CANCELLED;
+    run_.beginCategory(std::move(category));
+    readRunners(reader, noOfRunners, noOfLegs);
     toRead_ -= static_cast<std::int64_t>(reader.position());
-    if (category.noOfRunners() < noOfRunners) note("runners are missing", category);
-    return ImportSession::addCategory(job_.event, std::move(category));
+    run_.endCategory();
   }
 
-  // False when the import has to stop.
-  bool readRunners(ByteReader& reader, int noOfRunners, int noOfLegs, LRKCategory& category) const {
+  void readRunners(ByteReader& reader, int noOfRunners, int noOfLegs) {
     const std::int64_t smallest = 4 + std::int64_t{3} * noOfLegs;
-    const auto most = static_cast<int>(
-        std::min<std::int64_t>(std::min(noOfRunners, LRK_MAX_LIST), reader.remaining() / smallest));
-    category.reserveRunners(most);
-    for (int i = 0; i < most && !job_.session.cancelled(); ++i) {
+    const auto most =
+        static_cast<int>(std::min<std::int64_t>(noOfRunners, reader.remaining() / smallest));
+    LRKCategory& category = run_.category();
+    category.reserveRunners(std::min(most, LRK_MAX_LIST));
+    const auto notes = [&](std::string_view what) { note(what, category); };
+    for (int i = 0; i < most; ++i) {
       LRKRunner runner;
       readName(reader, runner);
       if (!reader.has(smallest - 1)) break;
       readTimes(reader, noOfLegs, runner);
-      category.addRunner(std::move(runner));
+      if (!run_.addRunner(std::move(runner), notes)) return;
     }
+    if (category.noOfRunners() < noOfRunners) notes("runners are missing");
     // Seconds, or finer where a time is.
     category.timeAccuracy(std::min(category.timeAccuracy(), category.getHighestTimeAccuracy()));
-    return !job_.session.cancelled();
   }
 
   void note(std::string_view what, const LRKCategory& category) const {
-    job_.session.note(what, [&] { return "category \"" + category.name() + "\""; });
+    job_.session.note(what, {}, [&] { return quoted("category", category.name()); });
   }
 
   ReadJob& job_;
+  ReaderRun run_;
   std::string_view file_;
   std::int64_t toRead_;
 };

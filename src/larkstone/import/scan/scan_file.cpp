@@ -152,12 +152,4 @@ void ScanFile::skipLineEnd() {
   }
 }
 
-int countLines(const std::string& path) {
-  ScanFile file(path);
-  std::string line;
-  int lines = 0;
-  while (file.readLine(line)) ++lines;
-  return lines;
-}
-
 }  // namespace larkstone

@@ -52,7 +52,4 @@ class ScanFile {
   std::int64_t chunkStart_ = 1;
 };
 
-/// The number of lines of a file; 0 for one that cannot be read.
-int countLines(const std::string& path);
-
 }  // namespace larkstone

@@ -1,0 +1,90 @@
+#include "larkstone/import/reader_run.hpp"
+
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/relay_results.hpp"
+
+namespace larkstone {
+
+namespace {
+
+// The average of the runners' lengths, down to 10 m; no runner with a length leaves it alone.
+void setCourseLengthFromRunners(LRKCategory& category) {
+  std::int64_t sum = 0;
+  std::int64_t count = 0;
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    if (!category.runner(i).courseLengthSet()) continue;
+    sum += category.runner(i).courseLength();
+    ++count;
+  }
+  if (count > 0) category.courseLength(static_cast<Length>(sum / (count * 1000) * 1000));
+}
+
+}  // namespace
+
+void ReaderRun::beginCategory(LRKCategory category) {
+  endCategory();
+  if (stopped()) return;
+  category_ = std::move(category);
+  open_ = true;
+  if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
+}
+
+void ReaderRun::endCategory() {
+  if (!open_ || stopped()) return;
+  open_ = false;
+  if (courseLength_ == CourseLengthFrom::runners) setCourseLengthFromRunners(category_);
+  const std::int32_t error = job_.event.addCategory(category_);
+  if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
+}
+
+void ReaderRun::add(LRKRunner runner) {
+  completePunches(runner);
+  category_.addRunner(std::move(runner));
+}
+
+void ReaderRun::endRelay() {
+  if (!open_ || stopped()) return;
+  open_ = false;
+  const RelayRules rules{job_.session.wholeLegsText, job_.session.commonControlsText, false,
+                         job_.parallelMode};
+  std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules);
+  if (courseLength_ == CourseLengthFrom::runners) {
+    for (LRKCategory& category : categories) setCourseLengthFromRunners(category);
+  }
+  const std::int32_t error = addCategories(job_.event, categories);
+  if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
+}
+
+bool ReaderRun::progress(int done, int total) {
+  job_.session.progress(static_cast<float>(done) / static_cast<float>(total));
+  return !stopped();
+}
+
+bool ReaderRun::stopped() {
+  if (code_ == 0 && job_.session.cancelled()) code_ = LRK_IMPORT_CANCELLED;
+  return code_ != 0;
+}
+
+std::int32_t ReaderRun::end(const std::string& importedFrom) {
+  endCategory();
+  if (code_ == 0) job_.session.complete(job_.event, importedFrom);
+  return code_;
+}
+
+void LineNotes::operator()(std::string_view what, std::string_view text) const {
+  session_.note(what, text, [&] {
+    const std::string line = "line " + std::to_string(line_);
+    return runner_ == nullptr || runner_->name().empty() ? line : quoted(line, runner_->name());
+  });
+}
+
+void completePunches(LRKRunner& runner) {
+  if (!runner.punches().startExists()) runner.startTime(0);
+  if (!runner.punches().finishExists()) runner.finishTime(LRK_NO_TIME);
+}
+
+std::string quoted(std::string_view element, std::string_view name) {
+  return std::string(element).append(" \"").append(name).append("\"");
+}
+
+}  // namespace larkstone

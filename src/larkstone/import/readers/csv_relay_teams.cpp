@@ -1,0 +1,128 @@
+#include "larkstone/import/readers/csv_relay_teams.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/import/readers/csv_values.hpp"
+#include "larkstone/import/relay_results.hpp"
+
+namespace larkstone {
+
+namespace {
+
+bool byLeg(const RelayMember& a, const RelayMember& b) {
+  return a.runner.relayLeg() < b.runner.relayLeg();
+}
+
+// Splits count from the start of the team, that of its first leg, also behind a mass start.
+Time startOf(const RelayTeam& team) {
+  if (team.members.empty() || !team.members.front().startKnown) return LRK_NO_TIME;
+  return team.members.front().runner.startTime();
+}
+
+// Lists give the time since the team's start; some the time of day.
+Time clockOf(Time time, Time teamStart, const LRKRunner& runner) {
+  for (const Time clock : {sumOfTimes(teamStart, time), time}) {
+    if (clock >= runner.startTime() && clock <= runner.finishTime()) return clock;
+  }
+  return LRK_NO_TIME;
+}
+
+// Controls whose order the list does not tell stand in the order of their times. Without a time a
+// control was not passed, or does not belong to the leg.
+void addSplits(RelayMember& member, Time teamStart, const LineNotes& notes) {
+  LRKRunner& runner = member.runner;
+  std::vector<RelaySplit> passed;
+  for (const RelaySplit& split : member.splits) {
+    if (isDisq(split.time)) continue;
+    const Time clock = clockOf(split.time, teamStart, runner);
+    if (isDisq(clock)) {
+      notes("punch outside the leg at control", std::to_string(split.code));
+    } else {
+      passed.push_back({split.code, clock});
+    }
+  }
+  std::stable_sort(passed.begin(), passed.end(),
+                   [](const RelaySplit& a, const RelaySplit& b) { return a.time < b.time; });
+  for (const RelaySplit& split : passed) {
+    if (runner.punches().add(split.time, split.code) < 0) notes("too many punches");
+  }
+}
+
+void setClub(const RelayTeam& team, LRKRunner& runner) {
+  if (!team.club.empty()) runner.club(team.club);
+  if (team.clubId) runner.clubID(*team.clubId);
+}
+
+LRKRunner teamRunner(const RelayTeam& team) {
+  LRKRunner runner;
+  runner.name(team.name);
+  runner.extraInfo(relayTeamKey(team.number));
+  runner.relayTeam(team.name);
+  runner.relayTeamID(team.number);
+  runner.status(team.status);
+  if (team.place > 0) runner.resultPlace(saturated<std::int16_t>(team.place));
+  setClub(team, runner);
+  if (!team.members.empty()) {
+    runner.startTime(team.members.front().runner.startTime());
+    runner.finishTime(team.members.back().runner.finishTime());
+  }
+  return runner;
+}
+
+std::size_t indexOf(std::unordered_map<std::string, std::size_t>& index, std::string key,
+                    std::size_t next) {
+  return index.try_emplace(std::move(key), next).first->second;
+}
+
+}  // namespace
+
+RelayTeam& RelayClass::team(std::optional<std::int32_t> number, std::string_view name) {
+  // Texts begin with a letter that no number has.
+  std::string key = number ? std::to_string(*number) : 'n' + std::string(name);
+  const std::size_t place = indexOf(index_, std::move(key), teams_.size());
+  if (place == teams_.size()) {
+    RelayTeam& added = teams_.emplace_back();
+    // Below 0 no team of a list is counted.
+    added.number = number.value_or(-1 - static_cast<std::int32_t>(place));
+  }
+  return teams_[place];
+}
+
+bool RelayClass::add(ReadJob& job, ReaderRun& run) {
+  LRKCategory category;
+  category.name(name_);
+  if (!shortName.empty()) category.shortName(shortName);
+  if (id) category.ID(*id);
+  run.beginCategory(std::move(category));
+  for (RelayTeam& team : teams_) {
+    if (!addTeam(team, job, run)) return false;
+  }
+  run.endRelay();
+  return !run.stopped();
+}
+
+bool RelayClass::addTeam(RelayTeam& team, ReadJob& job, ReaderRun& run) const {
+  std::stable_sort(team.members.begin(), team.members.end(), byLeg);
+  if (!run.addRunner(teamRunner(team), LineNotes(job.session, team.line))) return false;
+  const Time teamStart = startOf(team);
+  for (RelayMember& member : team.members) {
+    LRKRunner& runner = member.runner;
+    runner.extraInfo(relayMemberKey(team.number));
+    runner.relayTeam(team.name);
+    runner.relayTeamID(team.number);
+    setClub(team, runner);
+    addSplits(member, teamStart, LineNotes(job.session, member.line, &runner));
+    if (!run.addRunner(std::move(runner), LineNotes(job.session, member.line))) return false;
+  }
+  return true;
+}
+
+RelayClass& RelayClasses::named(std::string_view name) {
+  const std::size_t place = indexOf(index_, std::string(name), classes_.size());
+  if (place == classes_.size()) classes_.emplace_back(name);
+  return classes_[place];
+}
+
+}  // namespace larkstone
