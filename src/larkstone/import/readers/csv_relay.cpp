@@ -141,7 +141,7 @@ class RunnerRows {
       team.clubId = csvInteger(row.field(clubNo_));
     }
     readTeamResult(row, *leg, team, notes);
-    relay.add(std::move(member), team, notes);
+    relay.add(std::move(member), team);
   }
 
  private:
@@ -272,7 +272,7 @@ class TeamRows {
     if (!isLeg(leg)) return notes("no leg of a relay", row.field(block + 1));
     member.runner.relayLeg(static_cast<std::int16_t>(leg));
     RunColumns{block + 7, block + 8, block + 9, block + 10}.read(row, job.zeroTime, member, notes);
-    relay.add(std::move(member), team, notes);
+    relay.add(std::move(member), team);
   }
 
   int blocks_;
@@ -302,7 +302,11 @@ std::int32_t readRows(ReadJob& job, CsvFile& file) {
     RelayClass relay;
     for (const CsvRow& place : group.rows) {
       file.row(place);
-      rows.read(file, job, relay);
+      if (relay.isFull()) {
+        LineNotes(job.session, file.line())("the category is full");
+      } else {
+        rows.read(file, job, relay);
+      }
       if (!run.progress(++done, classes.noOfRows())) return run.code();
     }
     if (!relay.addTo(run, job.session)) return run.code();

@@ -101,11 +101,7 @@ RelayTeam& RelayClass::team(std::optional<std::int32_t> number, std::string_view
   return teams_[found->second];
 }
 
-void RelayClass::add(RelayMember member, RelayTeam& team, const LineNotes& notes) {
-  if (noOfMembers_ >= LRK_MAX_LIST) {
-    notes("the category is full");
-    return;
-  }
+void RelayClass::add(RelayMember member, RelayTeam& team) {
   ++noOfMembers_;
   team.lastLeg = std::max<int>(team.lastLeg, member.runner.relayLeg());
   team.members.push_back(std::move(member));

@@ -44,8 +44,9 @@ class RelayClass {
  public:
   /// The team with the number, or with the name where the list has no numbers. A new one is empty.
   RelayTeam& team(std::optional<std::int32_t> number, std::string_view name);
-  /// Adds a member as long as the class has room.
-  void add(RelayMember member, RelayTeam& team, const LineNotes& notes);
+  void add(RelayMember member, RelayTeam& team);
+  /// Whether the category can hold no more.
+  bool isFull() const { return noOfMembers_ + static_cast<int>(teams_.size()) >= LRK_MAX_LIST; }
   /// Adds the teams with their members to the open category. False when the reader has to stop.
   bool addTo(ReaderRun& run, ImportSession& session);
 

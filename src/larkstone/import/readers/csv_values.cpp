@@ -28,7 +28,7 @@ enmGender genderOf(std::string_view text) {
 void readBirthYear(std::string_view text, LRKRunner& runner, const LineNotes& notes) {
   if (text.empty()) return;
   const auto number = csvInteger(text);
-  if (!number) {
+  if (!number || *number < 0) {
     notes("unreadable year of birth", text);
     return;
   }
