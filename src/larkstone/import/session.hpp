@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -61,7 +62,7 @@ class ImportSession {
   /// the place; it is called only when the note is wanted.
   template <class Where>
   void note(std::string_view what, std::string_view text, Where where) {
-    ++noOfWarnings_;
+    if (noOfWarnings_ < std::numeric_limits<int>::max()) ++noOfWarnings_;
     if (notesWanted()) keep(what, text, where());
   }
   /// The end of a complete import: where the event comes from and who made it.

@@ -46,7 +46,7 @@ std::optional<std::string> bytesIn(Page page, std::string_view utf8) {
 }  // namespace
 
 std::string westernReading(std::string_view utf8) {
-  const std::string western = utf8FromWindows1252(windows1252FromUtf8(utf8));
+  std::string western = utf8FromWindows1252(windows1252FromUtf8(utf8));
   if (western == utf8) return western;
   for (const Page page : {centralEuropean, cyrillic}) {
     if (const auto bytes = bytesIn(page, utf8)) return utf8FromWindows1252(*bytes);
