@@ -10,5 +10,6 @@ namespace larkstone {
 
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readStandardText(ReadJob& job);
+std::int32_t readSolvHtml(ReadJob& job);
 
 }  // namespace larkstone
