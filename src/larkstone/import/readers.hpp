@@ -10,6 +10,7 @@ namespace larkstone {
 
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readStandardText(ReadJob& job);
+std::int32_t readPekkaPirilaHtml(ReadJob& job);
 std::int32_t readSolvHtml(ReadJob& job);
 
 }  // namespace larkstone
