@@ -27,6 +27,13 @@ constexpr Fact facts[] = {
     {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
+    {"solv_html/result-2006.html", 0, 22, 60, 929},
+    {"solv_html/result-2018-4491.html", 0, 27, 78, 2280},
+    {"solv_html/solv_results_html_5554.html", 0, 21, 60, 884},
+    {"pekka_html/krv.html", 0, 77, 2543, 32943},
+    {"pekka_html/vali.html", 0, 34, 712, 8237},
+    {"pekka_html/vali_webapp.html", 0, 34, 712, 8237},
+    {"lookalikes/eresults_satarastit150414.html", LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, 0, 0, 0},
 };
 
 TEST(SharedDataTest, IofXmlListsHoldWhatWasCounted) {

@@ -16,4 +16,8 @@ std::int32_t readStandardText(ReadJob& job);
 std::int32_t readPekkaPirilaHtml(ReadJob& job);
 std::int32_t readSolvHtml(ReadJob& job);
 
+std::int32_t readSportSoftwareStartlist(ReadJob& job);
+std::int32_t readOlaStartlist(ReadJob& job);
+std::int32_t readPekkaPirilaStartlist(ReadJob& job);
+
 }  // namespace larkstone
