@@ -181,27 +181,6 @@ TEST_F(PagesTest, ACutPageGivesWhatStandsBeforeTheCut) {
   }
 }
 
-TEST_F(PagesTest, EveryNotificationCanCancel) {
-  for (const PageFormat& format : formats) {
-    int left = 1 << 20;
-    const auto countDown = [&] {
-      if (--left == 0) importer.Cancel();
-    };
-    importer.onNewCategory([&](const std::string&) { countDown(); });
-    importer.onWorkProgress([&](float) { countDown(); });
-    EXPECT_EQ(importPage(format, format.page), 0);
-    const int notifications = (1 << 20) - left;
-    const int categories = event.noOfCategories();
-    for (int i = 1; i <= notifications; ++i) {
-      left = i;
-      EXPECT_EQ(importPage(format, format.page), LRK_IMPORT_CANCELLED) << i;
-      EXPECT_LT(event.noOfCategories(), categories) << i;
-      EXPECT_FALSE(importer.importingNow() || event.importedFromSet());
-    }
-    EXPECT_GT(notifications, 8);
-  }
-}
-
 TEST_F(PagesTest, APageOfAnotherProgramIsRefused) {
   const std::string lookalike =
       "<TITLE></TITLE><H3> Lapset, tilanne rasteilla, rastiv\u00E4lien ajat</H3>\n<PRE>\n"

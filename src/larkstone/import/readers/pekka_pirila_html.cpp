@@ -100,6 +100,8 @@ class PekkaPirilaReader {
   std::int32_t read(std::string_view html);
 
  private:
+  // The end of the page counts as its last line.
+  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
   void setEventName(std::string_view html) const;
   bool readClass(HtmlPage& page, std::string name);
   bool readRunner(std::string_view line, int controls, const PageLines& lines);
@@ -149,10 +151,10 @@ bool PekkaPirilaReader::readClass(HtmlPage& page, std::string name) {
     if (controls == 0) LineNotes(job_.session, lines.number())("no controls in", trimmed(line));
     while (controls > 0 && lines.nextWithText(line)) {
       if (!readRunner(line, controls, lines)) return false;
-      if (!run_.progress(lines.number(), lineCount_)) return false;
+      if (!progress(lines.number())) return false;
     }
   }
-  return run_.progress(page.line(), lineCount_);
+  return progress(page.line());
 }
 
 bool PekkaPirilaReader::readRunner(std::string_view line, int controls, const PageLines& lines) {

@@ -97,6 +97,8 @@ class SolvReader {
   std::int32_t read(std::string_view html);
 
  private:
+  // The end of the page counts as its last line.
+  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
   bool readClass(std::string_view heading, std::string_view block, int line);
   bool readRunner(std::string_view entry, int line);
   void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
@@ -162,9 +164,9 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
   while (!entries.tag().empty()) {
     const int entryLine = entries.line();
     if (!readRunner(entries.readThrough({"b"}), entryLine)) return false;
-    if (!run_.progress(entries.line(), lineCount_)) return false;
+    if (!progress(entries.line())) return false;
   }
-  return run_.progress(entries.line(), lineCount_);
+  return progress(entries.line());
 }
 
 bool SolvReader::readRunner(std::string_view entry, int line) {
