@@ -96,6 +96,7 @@ std::int32_t Startlist::perform(const Task& task) const {
   struct Key {
     std::string name;
     std::string club;
+    Time start = LRK_NO_TIME;  // of the last entry for the runner
   };
   std::vector<Key> keys;
   for (int i = 0; i < category->noOfRunners(); ++i) {
@@ -110,12 +111,16 @@ std::int32_t Startlist::perform(const Task& task) const {
     }
     const Key wanted{keyOf(entry.name), keyOf(entry.club)};
     bool found = false;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (!agree(keys[i].name, wanted.name) || !agree(keys[i].club, wanted.club)) continue;
-      category->runner(static_cast<int>(i)).startTime(entry.start);
+    for (Key& key : keys) {
+      if (!agree(key.name, wanted.name) || !agree(key.club, wanted.club)) continue;
+      key.start = entry.start;
       found = true;
     }
     if (!found) notes("no such runner in the category", entry.name);
+  }
+  for (int i = 0; i < category->noOfRunners(); ++i) {
+    const Time start = keys[static_cast<std::size_t>(i)].start;
+    if (!isDisq(start)) category->runner(i).startTime(start);
   }
   return job_.event.category(task.category, category);
 }
