@@ -19,7 +19,8 @@ constexpr Format splitTimes[] = {
 };
 
 constexpr Format startlists[] = {
-    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit, readSportSoftwareStartlist},
+    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit,
+     readSportSoftwareStartlist},
     {LRK_IMPORT_STARTLIST_OLA_HTML, detectOla, readOlaStartlist},
     {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, detectPekkaPirilaStartlist, readPekkaPirilaStartlist},
 };

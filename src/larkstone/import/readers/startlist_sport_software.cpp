@@ -34,12 +34,14 @@ namespace larkstone {
 namespace {
 
 constexpr std::string_view nameKeys[] = {"Name", "Surname", "First name"};
-constexpr std::string_view startWords[] = {"startzeit", "starttid", "starttime", "start time"};
+constexpr std::string_view startWords[] = {"startzeit", "starttid", "starttime"};
 constexpr std::string_view classWords[] = {
     "kategorie", "class",      "cat.",      "klass",     "klasse",
     "catégorie", "categoria",  "kategória", "osztály",   "sarja",
     "luokka",    "kategorija", "categoría", "kategoria", "category",
 };
+
+constexpr std::size_t mostStages = 9;
 
 bool isOneOf(std::string_view text, const auto& words) {
   return std::find(std::begin(words), std::end(words), text) != std::end(words);
@@ -62,7 +64,7 @@ struct Columns {
   void take(const std::string& word, const Span& span);
 };
 
-// "E1": the first stage.
+// "E1": the first of at most nine stages.
 bool isStageWord(std::string_view word) {
   return word.size() == 2 && word[0] == 'E' && word[1] >= '1' && word[1] <= '9';
 }
@@ -71,7 +73,7 @@ void Columns::take(const std::string& word, const Span& span) {
   const std::string_view key = columnKey(word);
   const std::string lower = lowered(word);
   if (key == "Start" || isOneOf(lower, startWords) || isStageWord(word)) {
-    starts.push_back(span);
+    if (starts.size() < mostStages) starts.push_back(span);
   } else if (!name && isOneOf(key, nameKeys)) {
     name = span;
   } else if (!club && key == "Club") {
