@@ -23,9 +23,12 @@ struct DetectOptions {
 };
 
 std::int32_t formatOf(const std::string& file) {
-  LRKImport importer;
-  const std::int32_t own = importer.determineLRKFileFormat(file);
-  return own == LRK_IMPORT_LRK_UNKNOWN ? importer.determineFileFormat(file) : own;
+  const std::int32_t own = LRKImport::determineLRKFileFormat(file);
+  if (own != LRK_IMPORT_LRK_UNKNOWN) return own;
+  const std::int32_t results = LRKImport::determineFileFormat(file);
+  if (results != LRK_IMPORT_UNKNOWN) return results;
+  const std::int32_t starts = LRKImport::determineStartlistFileFormat(file);
+  return starts == LRK_IMPORT_STARTLIST_UNKNOWN ? results : starts;
 }
 
 int detect(const DetectOptions& options) {

@@ -11,6 +11,7 @@
 #include "larkstone/import/import.hpp"
 
 #include "cli/event_input.hpp"
+#include "cli/format_name.hpp"
 #include "cli/interrupt.hpp"
 #include "cli/program.hpp"
 #include "cli/report.hpp"
@@ -24,20 +25,6 @@ struct Options {
   ImportOptions import;
   std::vector<std::string> files;
 };
-
-// A format by its number, its name, or its name without the prefix: 40, LRK_IMPORT_XML, xml.
-int formatNamed(const std::string& text) {
-  std::string wanted = lowered(text);
-  for (char& c : wanted) c = c == '-' ? '_' : c;
-  for (std::int32_t code = LRK_IMPORT_LRK; code <= LRK_IMPORT_AUTO; ++code) {
-    const std::string name = lowered(importName(code));
-    if (name.empty()) continue;
-    if (wanted == std::to_string(code) || wanted == name || "lrk_import_" + wanted == name) {
-      return code;
-    }
-  }
-  throw CLI::ValidationError("--format", "no format '" + text + "'");
-}
 
 Time zeroTime(const std::string& text) {
   const Time time = stringToTime(text);
@@ -75,7 +62,9 @@ Run declareImport(CLI::App& command) {
   command
       .add_option_function<std::string>(
           "--format",
-          [options](const std::string& text) { options->import.format = formatNamed(text); },
+          [options](const std::string& text) {
+            options->import.format = formatNamed(text, LRK_IMPORT_LRK, LRK_IMPORT_AUTO);
+          },
           "Take this format instead of detecting one (as `larkstone detect` names it)")
       ->type_name("NAME");
   command

@@ -46,49 +46,47 @@ EventInput failed(const std::string& file, std::string_view what, std::string_vi
   return {nullptr, exitFailed};
 }
 
-EventInput openEventFile(const std::string& file, const CommonOptions& options) {
-  EventInput input{std::make_unique<LRKEvent>(), exitDone};
-  input.event->tempFilePath(workingFolder());
-  const std::int32_t code = input.event->openEvent(file);
-  if (code == LRK_UNKNOWN_FILE_VERSION) {
-    sayWarning(options, file, errorText(code), errorName(code));
-    input.exitCode = exitWarning;
-  } else if (code != 0) {
-    return failed(file, errorText(code), errorName(code));
-  }
-  return input;
-}
-
 }  // namespace
 
 CodeText importCodeText(std::int32_t code) { return {importName(code), importText(code)}; }
 
-int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
-               const CommonOptions& options) {
+std::int32_t watchedImport(const std::string& file, const CommonOptions& options,
+                           const std::function<std::int32_t(LRKImport&)>& run) {
   Omissions omissions(options, file);
   Progress progress(options, "importing");
   LRKImport importer;
   importer.tempFilePath(workingFolder());
-  importer.master(import.master);
   importer.onNote([&](const ImportNote& note) { omissions.add(note); });
   importer.onWorkProgress([&](float fraction) {
     progress.show(static_cast<double>(fraction));
     if (interrupted()) importer.Cancel();
   });
-  const int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
-  const std::int32_t code =
-      importer.import_parallel(format, event, file, import.zeroTime, import.parallelMode);
+  const std::int32_t code = run(importer);
   progress.clear();
   omissions.sayCount();
-  if (code == LRK_IMPORT_CANCELLED) return exitInterrupted;
-  if (code == 0) return exitDone;
-  const CodeText text = importCodeText(code);
-  if (code == LRK_IMPORT_IOF_XML_BLANK_NAMES) {
+  return code;
+}
+
+int exitCodeOf(std::int32_t importCode, const std::string& file, const CommonOptions& options) {
+  if (importCode == LRK_IMPORT_CANCELLED) return exitInterrupted;
+  if (importCode == 0) return exitDone;
+  const CodeText text = importCodeText(importCode);
+  if (importCode == LRK_IMPORT_IOF_XML_BLANK_NAMES) {
     sayWarning(options, file, text.meaning, text.name);
     return exitWarning;
   }
   sayError(file, text.meaning, text.name);
   return exitFailed;
+}
+
+int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
+               const CommonOptions& options) {
+  const std::int32_t code = watchedImport(file, options, [&](LRKImport& importer) {
+    importer.master(import.master);
+    const int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
+    return importer.import_parallel(format, event, file, import.zeroTime, import.parallelMode);
+  });
+  return exitCodeOf(code, file, options);
 }
 
 std::string workingFolder() {
@@ -110,6 +108,19 @@ EventInput openInput(const std::string& file, const CommonOptions& options) {
   if (code != 0) return failed(workingFolder(), errorText(code), errorName(code));
   input.exitCode = importInto(*input.event, file, {}, options);
   if (input.exitCode != exitDone && input.exitCode != exitWarning) input.event.reset();
+  return input;
+}
+
+EventInput openEventFile(const std::string& file, const CommonOptions& options) {
+  EventInput input{std::make_unique<LRKEvent>(), exitDone};
+  input.event->tempFilePath(workingFolder());
+  const std::int32_t code = input.event->openEvent(file);
+  if (code == LRK_UNKNOWN_FILE_VERSION) {
+    sayWarning(options, file, errorText(code), errorName(code));
+    input.exitCode = exitWarning;
+  } else if (code != 0) {
+    return failed(file, errorText(code), errorName(code));
+  }
   return input;
 }
 

@@ -3,12 +3,17 @@
 // An event out of any file: an event file is opened, a result list imported.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "larkstone/event/event.hpp"
 
 #include "cli/program.hpp"
+
+namespace larkstone {
+class LRKImport;
+}
 
 namespace larkstone::cli {
 
@@ -26,8 +31,14 @@ struct ImportOptions {
   std::string master;
 };
 
-/// Imports a result list into an open event; says what was left out and what went wrong. The exit
-/// code: done, failed, warning or interrupted.
+/// Imports with run(importer): tells what is left out and how far it is, and lets Ctrl-C cancel.
+/// The result of the importer.
+std::int32_t watchedImport(const std::string& file, const CommonOptions& options,
+                           const std::function<std::int32_t(LRKImport&)>& run);
+/// Says what went wrong with a file. The exit code: done, failed, warning or interrupted.
+int exitCodeOf(std::int32_t importCode, const std::string& file, const CommonOptions& options);
+
+/// Imports a result list into an open event and says what went wrong; the exit code.
 int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
                const CommonOptions& options);
 
@@ -40,5 +51,7 @@ struct EventInput {
   int exitCode = exitDone;
 };
 EventInput openInput(const std::string& file, const CommonOptions& options);
+/// The same for an event file only.
+EventInput openEventFile(const std::string& file, const CommonOptions& options);
 
 }  // namespace larkstone::cli

@@ -19,6 +19,7 @@ struct Command {
 constexpr Command commands[] = {
     {"detect", "Tell the format of files", declareDetect},
     {"import", "Import result lists into an event file", declareImport},
+    {"startlist", "Take start times from a start list into an event file", declareStartlist},
     {"info", "Describe an event and its categories", declareInfo},
     {"courses", "Tell which courses the runners of a category ran", declareCourses},
     {"analyse", "Calculate the split-time analysis and print it", declareAnalyse},

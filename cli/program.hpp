@@ -34,6 +34,7 @@ void addCommonOptions(CLI::App& command, CommonOptions& options);
 using Run = std::function<int()>;
 Run declareDetect(CLI::App& command);
 Run declareImport(CLI::App& command);
+Run declareStartlist(CLI::App& command);
 Run declareInfo(CLI::App& command);
 Run declareCourses(CLI::App& command);
 Run declareAnalyse(CLI::App& command);

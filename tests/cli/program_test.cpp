@@ -72,8 +72,8 @@ class ProgramTest : public testing::Test {
 };
 
 TEST_F(ProgramTest, EveryCommandExplainsItself) {
-  for (const char* command :
-       {"detect", "import", "info", "courses", "analyse", "table", "export", "search"}) {
+  for (const char* command : {"detect", "import", "startlist", "info", "courses", "analyse",
+                              "table", "export", "search"}) {
     for (const std::string& arguments :
          {std::string(command) + " --help", "help " + std::string(command)}) {
       const Result result = run(arguments);
@@ -450,6 +450,35 @@ TEST_F(ProgramTest, RunnersAreFoundByTheirProperties) {
   for (const char* wrong : {"club =", "sortPlace = 1", "164 = 1", "club == x", "ID = x",
                             "status = fast", "birthDate = 1990-02-30", "ID = 1 129 = 2"}) {
     EXPECT_EQ(run("search " + race_ + " " + wrong).exitCode, 2) << wrong;
+  }
+}
+
+TEST_F(ProgramTest, AStartListGivesStartTimes) {
+  const std::string list = folder_.write(
+      "starts.html",
+      "<hr><b>H21</b><table><tr><td>Bea B<td>-<td>11:00:00</tr><tr><td>Dan<td>-<td>9:00:00</tr>"
+      "</table>med OLA version");
+  const std::string event = folder_ / "race.lrk4";
+  ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
+  EXPECT_NE(run("detect " + list).out.find("LRK_IMPORT_OLA_HTML"), std::string::npos);
+  EXPECT_EQ(run("detect " + folder_.write("l.html", "LUETTELO")).out,
+            (folder_ / "l.html") + ": LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML 131\n");
+  const Result result = run("startlist " + event + " " + list);
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.err.find("starts.html: 1 item left out"), std::string::npos);
+  const Json runners =
+      Json::parse(run("export --to json " + event).out)["categories"][0]["runners"];
+  EXPECT_EQ(runners[1]["punches"][0][1], 3960000);
+  EXPECT_EQ(runners[0]["punches"][0][1], 3600000);
+
+  for (const std::string& wrong :
+       {event + " " + list + " --stage 0", event + " " + list + " --format csv", event}) {
+    EXPECT_EQ(run("startlist " + wrong).exitCode, 2) << wrong;
+  }
+  for (const std::string& unreadable :
+       {race_ + " " + list, event + " " + race_, event + " --format pekka-pirila-html " + race_,
+        event + " " + (folder_ / "none")}) {
+    EXPECT_EQ(run("startlist " + unreadable).exitCode, 1) << unreadable;
   }
 }
 

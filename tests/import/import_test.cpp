@@ -85,6 +85,11 @@ TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
       "OE0012;Name;Long;\n;1;A;\n;2;A;\n;3;B;\n;4;C;\n",
       "Stno;Read at;Name;Verein;Posten1;Stempel1;\n;;1;;31;1;\n;;2;;32;1;\n;;3;;33;;\n;;4;;31;1;\n",
       relayHead + relayRow("A") + relayRow("B") + relayRow("C"),
+      "SOLV<b>A</b><pre>(\n<b>  1. Eva</b></pre><b>B</b><pre>(\n<b>  1. Al</b></pre>\n"
+      "<b>C</b><pre>(\n<b>  1. Di</b>\n",
+      "<title></title><h3>A Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Eva\n  2. Di\n</pre>"
+      "<h3>B Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Al\n</pre>\n"
+      "<h3>C Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Bo\n",
   };
   int notified = 0;
   int stopAt = -1;

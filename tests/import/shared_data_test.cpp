@@ -35,6 +35,13 @@ constexpr Fact facts[] = {
     {"oe_csv/oe2010_splits_day5.csv", 0, 1, 28, 84},
     {"oe_csv/swedish.txt", 0, 11, 105, 1201},
     {"os_csv/pozega_sprintrelay.csv", 0, 13, 124, 56},  // 34 teams of 90, with their handovers
+    {"solv_html/result-2006.html", 0, 22, 60, 929},
+    {"solv_html/result-2018-4491.html", 0, 27, 78, 2280},
+    {"solv_html/solv_results_html_5554.html", 0, 21, 60, 884},
+    {"pekka_html/krv.html", 0, 77, 2543, 32943},
+    {"pekka_html/vali.html", 0, 34, 712, 8237},
+    {"pekka_html/vali_webapp.html", 0, 34, 712, 8237},
+    {"lookalikes/eresults_satarastit150414.html", LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, 0, 0, 0},
 };
 
 TEST(SharedDataTest, ListsHoldWhatWasCounted) {

@@ -12,16 +12,17 @@ constexpr Format splitTimes[] = {
     {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, nullptr},
     {LRK_IMPORT_OLA_HTML, detectOla, nullptr},
     {LRK_IMPORT_ETIMING_HTML, detectETiming, nullptr},
-    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, nullptr},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, readPekkaPirilaHtml},
     {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, readStandardText},
-    {LRK_IMPORT_SOLV_HTML, detectSolv, nullptr},
+    {LRK_IMPORT_SOLV_HTML, detectSolv, readSolvHtml},
     {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, readPekkaPirilaXml},
 };
 
 constexpr Format startlists[] = {
-    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit, nullptr},
-    {LRK_IMPORT_STARTLIST_OLA_HTML, detectOla, nullptr},
-    {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, detectPekkaPirilaStartlist, nullptr},
+    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit,
+     readSportSoftwareStartlist},
+    {LRK_IMPORT_STARTLIST_OLA_HTML, detectOla, readOlaStartlist},
+    {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, detectPekkaPirilaStartlist, readPekkaPirilaStartlist},
 };
 
 constexpr Format byNameOnly[] = {

@@ -155,12 +155,9 @@ std::int32_t LRKImport::importStartlist(std::int32_t fileFormat, LRKEvent& lrk,
                                         const std::string& importFileName,
                                         const std::string& extraParameters) {
   if (fileFormat == LRK_IMPORT_AUTO) fileFormat = determineStartlistFileFormat(importFileName);
-  Options options;
-  if (fileFormat == LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML) {
-    options.stageIndex = saturated<std::int16_t>(leadingInteger(extraParameters));
-  }
+  const auto stageIndex = saturated<std::int16_t>(leadingInteger(extraParameters));
   return importWith(*session_, dispatched(fileFormat, startlistFormats()), lrk, importFileName,
-                    options);
+                    {.stageIndex = stageIndex});
 }
 
 std::int32_t LRKImport::importSportSoftwareCSV(LRKEvent& lrk, const std::string& file,

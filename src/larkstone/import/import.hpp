@@ -92,8 +92,10 @@ class LRKImport {
   std::int32_t convert_parallel(std::int32_t fileFormat, const std::string& lrkFileName,
                                 const std::string& importFileName, Time zeroTime = 0,
                                 enmRelayParallelMode parallelMode = erpmFastestTime);
-  /// Reads start times into an event. extraParameters is the number of the stage for Pekka Pirila
-  /// lists.
+  /// Sets the start times of runners who are in the event already, and saves the event; of a
+  /// cancelled import the event keeps what was done, unsaved. extraParameters is the stage of a
+  /// list with several start times, counted from 0; empty means the first. A file without any entry
+  /// and without the marks of the format gives LRK_IMPORT_STARTLIST_UNKNOWN, the event untouched.
   std::int32_t importStartlist(std::int32_t fileFormat, LRKEvent& lrk,
                                const std::string& importFileName,
                                const std::string& extraParameters = {});

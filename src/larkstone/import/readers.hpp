@@ -18,5 +18,11 @@ std::int32_t readStandardText(ReadJob& job);
 /// Individual results, or a relay whose fastest parallel runners count.
 std::int32_t readPekkaPirilaXml(ReadJob& job);
 std::int32_t readPekkaPirilaRelayXml(ReadJob& job);
+std::int32_t readPekkaPirilaHtml(ReadJob& job);
+std::int32_t readSolvHtml(ReadJob& job);
+
+std::int32_t readSportSoftwareStartlist(ReadJob& job);
+std::int32_t readOlaStartlist(ReadJob& job);
+std::int32_t readPekkaPirilaStartlist(ReadJob& job);
 
 }  // namespace larkstone

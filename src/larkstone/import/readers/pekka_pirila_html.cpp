@@ -1,0 +1,210 @@
+// Split lists of Pekka Pirilä's programs: two blocks for each class, the state at the controls
+// ("Tilanne rasteilla"), which is read, and the times of the legs, which follow from it.
+//
+//     <H3>H21   Tilanne rasteilla
+//
+//     </H3><PRE>
+//     Sija  Nimi                          1.           2.      Tulos
+//
+//       1. Matti Malli                  2-26       1-1.03     12.50  Matti Malli
+//       2. Pekka Pitkäniminen-Mall      1-25       2-1.04   1.00.13  Pekka Pitkäniminen-Malli
+//      HYL Ville Virtanen                  -       3-1.10  Ville Virtanen
+//       3. Kalle Keino               13.45
+//
+// A column holds the rank and the time from the start, the last one the result. Controls have no
+// codes; they count from 31.
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/reader_run.hpp"
+#include "larkstone/import/readers.hpp"
+#include "larkstone/import/scan/html_page.hpp"
+#include "larkstone/import/scan/text_lines.hpp"
+
+namespace larkstone {
+
+namespace {
+
+constexpr std::string_view stateAtControls = "tilanne rasteilla";
+constexpr std::size_t nameStart = 6;
+constexpr std::size_t nameWidth = 20;
+constexpr std::size_t timesStart = 27;
+constexpr std::size_t timeWidth = 13;
+constexpr std::size_t resultWidth = 10;
+constexpr int firstControl = 31;
+
+struct StatusWord {
+  std::string_view word;
+  enmStatus status;
+};
+constexpr std::array<StatusWord, 6> statusWords = {{
+    {"hyl", estaMisPunch},
+    {"virh", estaMisPunch},
+    {"miss", estaMisPunch},
+    {"kesk", estaDidNotFinish},
+    {"dnf", estaDidNotFinish},
+    {"dq", estaDisqualified},
+}};
+
+enmStatus statusOf(std::string_view place) {
+  const std::string word = lowered1252(place);
+  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
+                                  [&](const StatusWord& known) { return known.word == word; });
+  return found == statusWords.end() ? estaUnknown : found->status;
+}
+
+// The class that a heading is about; nothing for a heading of another kind. Pages of other programs
+// have more behind these words.
+std::optional<std::string> classNameOf(std::string_view heading) {
+  const std::string text = headingText(heading);
+  if (!lowered1252(text).ends_with(stateAtControls)) return std::nullopt;
+  return std::string(
+      trimmed(std::string_view(text).substr(0, text.size() - stateAtControls.size())));
+}
+
+// The number of the last control, which stands before the word for the result in the header of a
+// block; 0 when there is none.
+int lastControlOf(std::string_view header) {
+  header = trimmed(header);
+  if (header.size() < resultWidth) return 0;
+  header = trimmed(header.substr(0, header.size() - resultWidth));
+  header = trimmed(header.substr(header.size() - std::min<std::size_t>(header.size(), 4)));
+  if (!header.ends_with('.')) return 0;
+  const auto number = wholeNumber(header.substr(0, header.size() - 1));
+  return number && *number > 0 ? static_cast<int>(*number) : 0;
+}
+
+// The name, and where it fills its column the whole one from the end of the line.
+std::string nameOf(std::string_view line, std::size_t resultStart) {
+  const std::string_view name = columnOf(line, nameStart, nameWidth);
+  if (name.size() == nameWidth) {
+    for (const std::size_t start : {resultStart, resultStart + resultWidth}) {
+      const std::string_view whole = columnOf(line, start);
+      if (whole.starts_with(name)) return utf8FromWindows1252(whole);
+    }
+  }
+  return utf8FromWindows1252(name);
+}
+
+class PekkaPirilaReader {
+ public:
+  PekkaPirilaReader(ReadJob& job, int lineCount) : job_(job), run_(job), lineCount_(lineCount) {}
+
+  std::int32_t read(std::string_view html);
+
+ private:
+  // The end of the page counts as its last line.
+  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
+  void setEventName(std::string_view html) const;
+  bool readClass(HtmlPage& page, std::string name);
+  bool readRunner(std::string_view line, int controls, const PageLines& lines);
+  void readTimes(std::string_view line, int controls, const LineNotes& notes,
+                 LRKRunner& runner) const;
+
+  ReadJob& job_;
+  ReaderRun run_;
+  int lineCount_;
+};
+
+void PekkaPirilaReader::setEventName(std::string_view html) const {
+  HtmlPage page(html);
+  page.readThrough({"title"});
+  std::string name = headingText(page.readThrough({"/title"}));
+  if (!name.empty()) job_.event.name(std::move(name));
+}
+
+std::int32_t PekkaPirilaReader::read(std::string_view html) {
+  bool known = false;
+  HtmlPage page(html);
+  page.readThrough({"h3"});
+  while (!page.tag().empty()) {
+    auto name = classNameOf(page.readThrough({"/h3", "h3", "pre"}));
+    if (name) {
+      if (!std::exchange(known, true)) setEventName(html);
+      if (!readClass(page, std::move(*name))) return run_.code();
+    }
+    if (page.tag() != "h3") page.readThrough({"h3"});
+  }
+  return known ? run_.end("Pekka Pirilä") : LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT;
+}
+
+// Begins behind the heading and ends behind the block, or behind the next heading's tag where there
+// is no block.
+bool PekkaPirilaReader::readClass(HtmlPage& page, std::string name) {
+  LRKCategory category;
+  category.name(std::move(name));
+  run_.beginCategory(std::move(category));
+  if (page.tag() == "/h3") page.readThrough({"pre", "h3"});
+  if (page.tag() == "pre") {
+    const int firstLine = page.line();
+    PageLines lines(page.readThrough({"/pre", "h3"}), firstLine);
+    std::string_view line;
+    lines.nextWithText(line);
+    const int controls = lastControlOf(line);
+    if (controls == 0) LineNotes(job_.session, lines.number())("no controls in", trimmed(line));
+    while (controls > 0 && lines.nextWithText(line)) {
+      if (!readRunner(line, controls, lines)) return false;
+      if (!progress(lines.number())) return false;
+    }
+  }
+  return progress(page.line());
+}
+
+bool PekkaPirilaReader::readRunner(std::string_view line, int controls, const PageLines& lines) {
+  while (line.ends_with(' ')) line.remove_suffix(1);
+  // A line without times has its result where they would begin.
+  if (line.size() < timesStart + timeWidth - 1) controls = 0;
+  LRKRunner runner;
+  const LineNotes notes(job_.session, lines.number(), &runner);
+  const std::size_t resultStart = timesStart + timeWidth * static_cast<std::size_t>(controls);
+  runner.name(nameOf(line, resultStart));
+  if (runner.name().empty()) {
+    notes("no name in", trimmed(line));
+    return true;
+  }
+  const auto place = wholeNumber(columnOf(line, 1, 3));
+  if (place) runner.resultPlace(static_cast<std::int16_t>(*place));
+  runner.status(place ? estaOK : statusOf(columnOf(line, 1, 4)));
+  runner.startTime(0);
+  readTimes(line, controls, notes, runner);
+  const std::string_view result = columnOf(line, resultStart, resultWidth);
+  if (isTimeText(result)) {
+    runner.finishTime(sexagesimalTextToTime(result));
+  } else if (place) {
+    notes("no result", utf8FromWindows1252(result));
+  }
+  return run_.addRunner(std::move(runner), notes);
+}
+
+// Controls that a line cut short does not reach are left out.
+void PekkaPirilaReader::readTimes(std::string_view line, int controls, const LineNotes& notes,
+                                  LRKRunner& runner) const {
+  std::size_t start = timesStart;
+  for (int i = 0; i < controls && start <= line.size(); ++i, start += timeWidth) {
+    const std::string_view text = columnOf(line, start, timeWidth);
+    const bool missing = text.ends_with('-');
+    const bool known = !missing && isTimeText(text.substr(text.find('-') + 1));
+    if (!known && !missing) notes("time of a control", utf8FromWindows1252(text));
+    const Time time = known ? sexagesimalTextToTime(text) : LRK_NO_TIME;
+    runner.punches().add(time, static_cast<Code>(firstControl + i));
+  }
+}
+
+}  // namespace
+
+std::int32_t readPekkaPirilaHtml(ReadJob& job) {
+  TextLines lines;
+  if (!lines.read(job.fileName, TextLines::Form::windows1252)) {
+    return LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT;
+  }
+  return PekkaPirilaReader(job, lines.count()).read(lines.text());
+}
+
+}  // namespace larkstone

@@ -1,0 +1,257 @@
+// Result pages of the Swiss federation: a bold heading and a preformatted block for each class.
+//
+//     <b><a href="...">H10</a></b>
+//     <pre>( 1.6 km,  10 m, 17 Po.)  14 Teilnehmer
+//
+//     <b>  1. Jan Muster             08  Adorf              OLG Beispiel           9:14</b>
+//         1.   0.38 (2)  2.   1.07 (3)  3.   1.34 (2)  4.   1.35 (2)  5.   1.54 (2)
+//        131   0.38 (2) 164   0.29 (3) 140   0.27 (1) 145   0.01 (1) 180   0.19 (1)
+//              0.04           0.05           0.00           0.00           0.00
+//         6.   2.30 (2)         9.14 (1)
+//        185   0.36 (2)  Zi     6.44 (1)
+//              0.03           0.00
+//
+// A group has the times from the start, then the codes with the times of the legs, then the time
+// behind. Minutes go on above 59; "--" stands for a time that is not known.
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "larkstone/core/number.hpp"
+#include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/detection.hpp"
+#include "larkstone/import/reader_run.hpp"
+#include "larkstone/import/readers.hpp"
+#include "larkstone/import/scan/fields.hpp"
+#include "larkstone/import/scan/html_page.hpp"
+#include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/platform/clock.hpp"
+
+namespace larkstone {
+
+namespace {
+
+constexpr std::size_t lineWidth = 78;
+constexpr std::size_t resultWidth = 7;
+constexpr int groupsInALine = 5;
+constexpr std::size_t groupWidth = 15;
+
+struct StatusWord {
+  std::string_view word;
+  enmStatus status;
+};
+constexpr std::array<StatusWord, 8> statusWords = {{
+    {"po.f.", estaMisPunch},
+    {"po.fal.", estaMisPunch},
+    {"p.fehl.", estaMisPunch},
+    {"aufgeg.", estaDidNotFinish},
+    {"n.gest.", estaDidNotStart},
+    {"n. gest.", estaDidNotStart},
+    {"disq.", estaDisqualified},
+    {"disqu.", estaDisqualified},
+}};
+
+const StatusWord* statusOf(std::string_view result) {
+  const std::string word = lowered1252(result);
+  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
+                                  [&](const StatusWord& known) { return known.word == word; });
+  return found == statusWords.end() ? nullptr : &*found;
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The first line of an entry. Its last two columns are counted from its end.
+struct RunnerLine {
+  std::string_view text;
+  std::string_view result;
+  std::size_t clubStart;  // from 1
+  std::size_t clubWidth;
+};
+
+RunnerLine runnerLineOf(std::string_view text) {
+  while (text.size() > lineWidth && text.back() == ' ') text.remove_suffix(1);
+  const auto fromEnd = [&](std::size_t count) {
+    return columnOf(text, text.size() < count ? 1 : text.size() - count + 1);
+  };
+  std::string_view result = fromEnd(resultWidth);
+  // One word is as wide as the result and the blank before it.
+  if (statusOf(fromEnd(resultWidth + 1)) != nullptr) result = fromEnd(resultWidth + 1);
+  std::size_t end = text.size();
+  const bool isResult = (!result.empty() && isDigit(result.front()) && isTimeText(result)) ||
+                        statusOf(result) != nullptr;
+  if (end < lineWidth && !isResult) {  // it lost the blanks of an empty result
+    end = lineWidth;
+    result = {};
+  }
+  const std::size_t clubStart = end < 27 ? 1 : end - 26;
+  return {text, result, clubStart, result.size() > resultWidth ? 19U : 20U};
+}
+
+class SolvReader {
+ public:
+  SolvReader(ReadJob& job, int lineCount) : job_(job), run_(job), lineCount_(lineCount) {}
+
+  std::int32_t read(std::string_view html);
+
+ private:
+  // The end of the page counts as its last line.
+  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
+  bool readClass(std::string_view heading, std::string_view block, int line);
+  bool readRunner(std::string_view entry, int line);
+  void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
+  void readSplits(PageLines& lines, LRKRunner& runner) const;
+
+  ReadJob& job_;
+  ReaderRun run_;
+  int lineCount_;
+  int thisYear_ = calendarOf(currentDate()).year;
+};
+
+// The heading of the page; the older ones begin with a block that has the event's name, place and
+// date in bold.
+std::string eventNameOf(std::string_view html) {
+  HtmlPage page(html);
+  page.readThrough({"h2"});
+  if (!page.tag().empty()) {
+    return headingText(HtmlPage(page.readThrough({"/h2"})).readThrough({"a"}));
+  }
+  page = HtmlPage(html);
+  page.readThrough({"pre"});
+  HtmlPage block(page.readThrough({"/pre"}));
+  if (!trimmed(block.readThrough({"b"})).empty()) return {};
+  const std::string text = pageText(block.readThrough({"/b"}));
+  return utf8FromWindows1252(trimmed(textBefore(textBefore(trimmed(text), "\n"), "  ")));
+}
+
+// The block of a class begins with what its course is; blocks before the first class hold notes.
+bool isClassBlock(std::string_view block) {
+  HtmlPage page(block);
+  const std::string_view header = page.readThrough({"b"});
+  return header.find('(') != std::string_view::npos || !page.tag().empty();
+}
+
+std::int32_t SolvReader::read(std::string_view html) {
+  if (std::string name = eventNameOf(html); !name.empty()) job_.event.name(std::move(name));
+  HtmlPage page(html);
+  std::string_view heading;
+  for (;;) {
+    page.readThrough({"b", "pre"});
+    if (page.tag() == "b") heading = page.readThrough({"/b", "pre"});
+    if (page.tag().empty()) break;
+    if (page.tag() != "pre") continue;
+    const int line = page.line();
+    const std::string_view block = page.readThrough({"/pre"});
+    if (heading.empty() || !isClassBlock(block)) continue;
+    if (!readClass(std::exchange(heading, {}), block, line)) return run_.code();
+  }
+  return run_.end("SOLV HTML");
+}
+
+bool SolvReader::readClass(std::string_view heading, std::string_view block, int line) {
+  HtmlPage entries(block, line);
+  const std::string header = pageText(entries.readThrough({"b"}));
+  std::string_view course = header;
+  removeThrough(course, "(");
+  LRKCategory category;
+  category.name(headingText(heading));
+  if (const auto kilometres = wholeNumber(textBefore(course, " km"))) {
+    category.courseLength(roundHalfEven(*kilometres * 100000));
+  }
+  run_.beginCategory(std::move(category));
+  while (!entries.tag().empty()) {
+    const int entryLine = entries.line();
+    if (!readRunner(entries.readThrough({"b"}), entryLine)) return false;
+    if (!progress(entries.line())) return false;
+  }
+  return progress(entries.line());
+}
+
+bool SolvReader::readRunner(std::string_view entry, int line) {
+  PageLines lines(entry, line);
+  std::string_view first;
+  lines.next(first);
+  const RunnerLine runnerLine = runnerLineOf(first);
+  LRKRunner runner;
+  const LineNotes notes(job_.session, line, &runner);
+  readPerson(runnerLine, notes, runner);
+  if (runner.name().empty()) {
+    notes("no name in", trimmed(first));
+    return true;
+  }
+  runner.startTime(0);
+  readSplits(lines, runner);
+  const bool isTime = runner.status() == estaOK;
+  if (isTime && !runner.punches().finishExists()) {
+    runner.finishTime(stringToTime(runnerLine.result, etacAuto));
+  }
+  return run_.addRunner(std::move(runner), notes);
+}
+
+void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
+                            LRKRunner& runner) const {
+  runner.name(utf8FromWindows1252(columnOf(line.text, 6, 23)));
+  const std::string_view club = columnOf(line.text, line.clubStart, line.clubWidth);
+  if (!club.empty()) runner.club(utf8FromWindows1252(club));
+  if (const auto place = wholeNumber(columnOf(line.text, 1, 3))) {
+    runner.resultPlace(static_cast<std::int16_t>(*place));
+  }
+  const std::string_view year = columnOf(line.text, 29, 2);
+  if (year.size() == 2 && isDigit(year[0]) && isDigit(year[1])) {
+    const int before2000 = 1900 + leadingInteger(year);
+    const int born = thisYear_ - before2000 >= 100 ? before2000 + 100 : before2000;
+    runner.birthDate(dateOf({born, 1, 1}));
+    runner.birthDateFormat("yyyy");
+  }
+  if (line.result.empty()) return;
+  if (isDigit(line.result.front())) {
+    runner.status(estaOK);
+  } else if (const StatusWord* const known = statusOf(line.result)) {
+    runner.status(known->status);
+  } else {
+    notes("result", utf8FromWindows1252(line.result));
+  }
+}
+
+void SolvReader::readSplits(PageLines& lines, LRKRunner& runner) const {
+  std::string_view times;
+  std::string_view codes;
+  std::string_view behind;
+  while (lines.next(times)) {
+    const LineNotes timeNotes(job_.session, lines.number(), &runner);
+    lines.next(codes);
+    const LineNotes codeNotes(job_.session, lines.number(), &runner);
+    for (int group = 0; group < groupsInALine; ++group) {
+      const std::size_t start = static_cast<std::size_t>(group) * groupWidth;
+      const std::string_view code = columnOf(codes, start + 3, 4);
+      if (code.empty()) break;
+      const std::string_view text = columnOf(times, start + 7, 7);
+      const Time time = stringToTime(text, etacAuto);
+      if (isDisq(time) && !text.empty() && text != "--") {
+        timeNotes("time of a control", utf8FromWindows1252(text));
+      }
+      if (code == "Zi") {
+        runner.finishTime(time);
+        continue;
+      }
+      const auto number = wholeNumber(code);
+      if (!number) codeNotes("code of a control", utf8FromWindows1252(code));
+      runner.punches().add(time, static_cast<Code>(number.value_or(0)));
+    }
+    lines.next(behind);
+  }
+}
+
+}  // namespace
+
+std::int32_t readSolvHtml(ReadJob& job) {
+  TextLines lines;
+  if (detectSolv({job.fileName}) == 0 || !lines.read(job.fileName, TextLines::Form::windows1252)) {
+    return LRK_IMPORT_SOLV_HTML_INVALID_FORMAT;
+  }
+  return SolvReader(job, lines.count()).read(lines.text());
+}
+
+}  // namespace larkstone

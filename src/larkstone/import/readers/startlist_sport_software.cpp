@@ -1,0 +1,217 @@
+// Start lists of SportSoftware's programs: lines in columns under a header, as a page or a text.
+//
+//     Stnr Name                 Jg Verein                  Start
+//
+//     H21  (25)     5.200 km  180 m  15 P
+//       12 Eva Berg             80 OLG Beispiel         10:02:00
+//
+// Lists by club have the class in a column, a heading for the club and a start for each stage:
+//
+//      Stnr Name                         Jg I-Karte Kategorie     Anz          E1         E2
+//
+//     2   OLG BEISPIEL          S
+//         1 Berg/Muster                             D -12                10:02:00
+//         7 Muster Julia                 84    5388 D 17-18              11:31:00   10:57:00
+//
+// Texts begin below their header word, times end at or below theirs.
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "larkstone/core/text.hpp"
+#include "larkstone/import/csv_columns.hpp"
+#include "larkstone/import/detection.hpp"
+#include "larkstone/import/readers.hpp"
+#include "larkstone/import/scan/fields.hpp"
+#include "larkstone/import/scan/html_page.hpp"
+#include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/startlist.hpp"
+
+namespace larkstone {
+
+namespace {
+
+constexpr std::string_view nameKeys[] = {"Name", "Surname", "First name"};
+constexpr std::string_view startWords[] = {"startzeit", "starttid", "starttime"};
+constexpr std::string_view classWords[] = {
+    "kategorie", "class",      "cat.",      "klass",     "klasse",
+    "catégorie", "categoria",  "kategória", "osztály",   "sarja",
+    "luokka",    "kategorija", "categoría", "kategoria", "category",
+};
+
+constexpr std::size_t mostStages = 9;
+
+bool isOneOf(std::string_view text, const auto& words) {
+  return std::find(std::begin(words), std::end(words), text) != std::end(words);
+}
+
+// Where a header word stands, from 0.
+struct Span {
+  std::size_t start = 0;
+  std::size_t end = 0;                        // behind its last character
+  std::size_t next = std::string_view::npos;  // where the next word begins
+};
+
+struct Columns {
+  std::optional<Span> name;
+  std::optional<Span> club;
+  std::optional<Span> className;
+  std::vector<Span> starts;  // one for each stage
+
+  bool areKnown() const { return name && !starts.empty(); }
+  void take(const std::string& word, const Span& span);
+};
+
+// "E1": the first of at most nine stages.
+bool isStageWord(std::string_view word) {
+  return word.size() == 2 && word[0] == 'E' && word[1] >= '1' && word[1] <= '9';
+}
+
+void Columns::take(const std::string& word, const Span& span) {
+  const std::string_view key = columnKey(word);
+  const std::string lower = lowered(word);
+  if (key == "Start" || isOneOf(lower, startWords) || isStageWord(word)) {
+    if (starts.size() < mostStages) starts.push_back(span);
+  } else if (!name && isOneOf(key, nameKeys)) {
+    name = span;
+  } else if (!club && key == "Club") {
+    club = span;
+  } else if (!className && isOneOf(lower, classWords)) {
+    className = span;
+  }
+}
+
+Columns columnsOf(std::string_view header) {
+  Columns columns;
+  std::size_t start = header.find_first_not_of(' ');
+  while (start < header.size()) {
+    const std::size_t end = std::min(header.find(' ', start), header.size());
+    const std::size_t next = header.find_first_not_of(' ', end);
+    columns.take(utf8FromWindows1252(header.substr(start, end - start)), {start, end, next});
+    start = next;
+  }
+  return columns;
+}
+
+// The word that stands below a header word, at least in part.
+struct Word {
+  std::string_view text;
+  std::size_t start = std::string_view::npos;
+};
+
+Word wordBelow(std::string_view line, const Span& span) {
+  const std::size_t inside = line.substr(0, span.end).find_first_not_of(' ', span.start);
+  if (inside == std::string_view::npos) return {};
+  const std::size_t blank = line.substr(0, inside).rfind(' ');
+  const std::size_t start = blank == std::string_view::npos ? 0 : blank + 1;
+  return {line.substr(start, std::min(line.find(' ', inside), line.size()) - start), start};
+}
+
+bool isStart(const Word& word) {
+  return isClockText(word.text) && word.text.find(':') != std::string_view::npos;
+}
+
+// "H21  (25) ...", also with the number cut off: "H21 long  (2".
+std::optional<std::string_view> classHeadingOf(std::string_view line) {
+  const auto parenthesis = line.find('(');
+  if (parenthesis == std::string_view::npos) return std::nullopt;
+  const auto end = line.find_first_not_of("0123456789", parenthesis + 1);
+  if (end != std::string_view::npos && line[end] != ')') return std::nullopt;
+  return trimmed(line.substr(0, parenthesis));
+}
+
+// "2   OLG BEISPIEL     S": a number, the club, its region.
+std::string clubHeadingOf(std::string_view line) {
+  line = trimmed(line);
+  std::string_view field = popField(line, " ");
+  if (field.find_first_not_of("0123456789") != std::string_view::npos) {
+    return utf8FromWindows1252(
+        trimmed(std::string(field) + ' ' + std::string(textBefore(line, "  "))));
+  }
+  return utf8FromWindows1252(trimmed(textBefore(trimmed(line), "  ")));
+}
+
+class SportSoftwareStartlist {
+ public:
+  explicit SportSoftwareStartlist(ReadJob& job)
+      : list_(job), stage_(static_cast<std::size_t>(std::max<int>(job.stageIndex, 0))) {}
+
+  void read(PageLines lines) {
+    for (std::string_view line; lines.nextWithText(line);) readLine(line, lines.number());
+  }
+  Startlist& list() { return list_; }
+
+ private:
+  void readLine(std::string_view line, int number);
+  void readHeading(std::string_view line);
+  void addEntry(std::string_view line, const Word& start, int number);
+
+  Startlist list_;
+  Columns columns_;
+  std::size_t stage_;
+  std::string club_;  // of the heading
+};
+
+void SportSoftwareStartlist::readLine(std::string_view line, int number) {
+  if (line.find(':') == std::string_view::npos) {
+    if (Columns columns = columnsOf(line); columns.areKnown()) {
+      columns_ = std::move(columns);
+      return;
+    }
+  }
+  if (!columns_.areKnown()) return;
+  std::vector<Word> starts;
+  for (const Span& span : columns_.starts) starts.push_back(wordBelow(line, span));
+  if (std::none_of(starts.begin(), starts.end(), isStart)) {
+    readHeading(line);
+  } else if (stage_ < starts.size() && isStart(starts[stage_])) {
+    addEntry(line, starts[stage_], number);
+  }
+}
+
+void SportSoftwareStartlist::readHeading(std::string_view line) {
+  if (!columns_.className) {
+    if (const auto name = classHeadingOf(line)) list_.beginClass(utf8FromWindows1252(*name));
+  } else if (columnOf(line, columns_.className->start + 1).empty()) {
+    club_ = clubHeadingOf(line);
+  }
+}
+
+void SportSoftwareStartlist::addEntry(std::string_view line, const Word& start, int number) {
+  const auto below = [&](const Span& span) {
+    const std::size_t end = start.start > span.start ? std::min(span.next, start.start) : span.next;
+    return utf8FromWindows1252(columnOf(line, span.start + 1, end - span.start));
+  };
+  if (columns_.className) list_.beginClass(below(*columns_.className));
+  const std::string names = below(*columns_.name);
+  const std::string club = columns_.club ? below(*columns_.club) : club_;
+  // Runners who start together stand in one line.
+  std::string_view rest = names;
+  do {
+    list_.add(std::string(trimmed(popField(rest, "/"))), club, start.text, number);
+  } while (!rest.empty());
+}
+
+}  // namespace
+
+std::int32_t readSportSoftwareStartlist(ReadJob& job) {
+  TextLines lines;
+  if (!lines.read(job.fileName, TextLines::Form::windows1252)) return LRK_IMPORT_STARTLIST_UNKNOWN;
+  SportSoftwareStartlist reader(job);
+  HtmlPage page(lines.text());
+  page.readThrough({"pre"});
+  if (page.tag().empty()) reader.read(PageLines(lines.text(), 1));
+  while (!page.tag().empty()) {
+    const int line = page.line();
+    reader.read(PageLines(page.readThrough({"/pre"}), line));
+    page.readThrough({"pre"});
+  }
+  if (!reader.list().hasEntries() && detectSportSoftwareCredit({job.fileName}) == 0) {
+    return LRK_IMPORT_STARTLIST_UNKNOWN;
+  }
+  return reader.list().complete();
+}
+
+}  // namespace larkstone

@@ -1,0 +1,141 @@
+#include "larkstone/import/startlist.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/reader_run.hpp"
+
+namespace larkstone {
+
+namespace {
+
+// Names are compared as the event file keeps them, one byte a character.
+std::string keyOf(std::string_view utf8) { return lowered1252(windows1252FromUtf8(utf8)); }
+
+// Whether the shorter one begins the longer one.
+bool agree(std::string_view a, std::string_view b) {
+  return a.size() < b.size() ? b.starts_with(a) : a.starts_with(b);
+}
+
+// The category that a class belongs to, or -1.
+int categoryFor(const std::string& name, const std::vector<std::string>& categories) {
+  const std::string key = keyOf(name);
+  int best = -1;
+  std::size_t bestDifference = 0;
+  for (std::size_t i = 0; i < categories.size(); ++i) {
+    if (key.empty() || categories[i].empty() || !agree(categories[i], key)) continue;
+    const std::size_t length = categories[i].size();
+    const std::size_t difference = length < key.size() ? key.size() - length : length - key.size();
+    if (best >= 0 && difference >= bestDifference) continue;
+    best = static_cast<int>(i);
+    bestDifference = difference;
+  }
+  return best;
+}
+
+}  // namespace
+
+bool isClockText(std::string_view word) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  return !word.empty() && isDigit(word.front()) && isDigit(word.back()) &&
+         word.find_first_not_of("0123456789.:") == std::string_view::npos &&
+         word.find_first_of(".:") != std::string_view::npos;
+}
+
+void Startlist::beginClass(const std::string& name) {
+  const auto [found, isNew] = classOfName_.try_emplace(keyOf(name), classes_.size());
+  if (isNew) classes_.push_back({name, {}});
+  current_ = found->second;
+}
+
+void Startlist::add(std::string name, std::string club, std::string_view start, int line) {
+  if (classes_.empty()) return;
+  const Time time = isClockText(start) ? stringToClockTime(start, etacAuto) : LRK_NO_TIME;
+  // A name of another script has become question marks, which would agree with any such name.
+  const bool named = keyOf(name).find_first_not_of("? ") != std::string::npos;
+  if (isDisq(time) || !named) {
+    const std::string text = name + ' ' + utf8FromWindows1252(start);
+    LineNotes(job_.session, line)("no name or start time in", text);
+    return;
+  }
+  hasEntries_ = true;
+  classes_[current_].entries.push_back({std::move(name), std::move(club), time, line});
+}
+
+// Entries of classes that mean the same category come together, so that each category is stored
+// once.
+std::vector<Startlist::Task> Startlist::tasks() {
+  std::vector<std::string> categories;
+  for (int i = 0; i < job_.event.noOfCategories(); ++i) {
+    categories.push_back(keyOf(job_.event.categoryName(i)));
+  }
+  std::vector<Task> tasks;
+  std::unordered_map<int, std::size_t> taskOfCategory;
+  for (Class& from : classes_) {
+    if (from.entries.empty()) continue;
+    const int category = categoryFor(from.name, categories);
+    if (category < 0) {
+      LineNotes(job_.session, from.entries.front().line)("no category for the class", from.name);
+      continue;
+    }
+    const auto [found, isNew] = taskOfCategory.try_emplace(category, tasks.size());
+    if (isNew) tasks.push_back({category, {}});
+    std::vector<Entry>& entries = tasks[found->second].entries;
+    std::move(from.entries.begin(), from.entries.end(), std::back_inserter(entries));
+  }
+  return tasks;
+}
+
+std::int32_t Startlist::perform(const Task& task) const {
+  const auto category = job_.event.category(task.category);
+  if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  struct Key {
+    std::string name;
+    std::string club;
+    Time start = LRK_NO_TIME;  // of the last entry for the runner
+  };
+  std::vector<Key> keys;
+  for (int i = 0; i < category->noOfRunners(); ++i) {
+    keys.push_back({keyOf(category->runner(i).name()), keyOf(category->runner(i).club())});
+  }
+  int left = LRK_MAX_LIST;  // a category has no more runners, so no list means more
+  for (const Entry& entry : task.entries) {
+    const LineNotes notes(job_.session, entry.line);
+    if (left-- <= 0) {
+      notes("too many entries for the category", category->name());
+      break;
+    }
+    const Key wanted{keyOf(entry.name), keyOf(entry.club)};
+    bool found = false;
+    for (Key& key : keys) {
+      if (!agree(key.name, wanted.name) || !agree(key.club, wanted.club)) continue;
+      key.start = entry.start;
+      found = true;
+    }
+    if (!found) notes("no such runner in the category", entry.name);
+  }
+  for (int i = 0; i < category->noOfRunners(); ++i) {
+    const Time start = keys[static_cast<std::size_t>(i)].start;
+    if (!isDisq(start)) category->runner(i).startTime(start);
+  }
+  return job_.event.category(task.category, category);
+}
+
+std::int32_t Startlist::complete() {
+  const std::vector<Task> all = tasks();
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    // Told before the category changes: the event may still hand out the very object.
+    job_.session.progress(static_cast<float>(i + 1) / static_cast<float>(all.size()));
+    if (job_.session.cancelled()) return LRK_IMPORT_CANCELLED;
+    if (const std::int32_t error = perform(all[i])) return LRK_IMPORT_EVENT_FILE_ERROR + error;
+  }
+  if (job_.session.cancelled()) return LRK_IMPORT_CANCELLED;
+  const std::int32_t error = job_.event.saveEvent();
+  return error == 0 ? 0 : LRK_IMPORT_EVENT_FILE_ERROR + error;
+}
+
+}  // namespace larkstone

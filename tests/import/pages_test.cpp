@@ -1,0 +1,223 @@
+// Result pages of one program each: what is read of them, also after people had them in hand.
+
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "larkstone/core/text.hpp"
+
+#include "imported.hpp"
+#include "treated_pages.hpp"
+
+namespace larkstone {
+namespace {
+
+using test::replaced;
+using test::treated;
+using testing::ElementsAre;
+
+std::string padded(std::string text, std::size_t width) {
+  const std::size_t letters = windows1252FromUtf8(text).size();
+  return text + std::string(width - std::min(letters, width), ' ');
+}
+
+std::string solvRunner(const std::string& place, const std::string& name, const std::string& year,
+                       const std::string& club, const std::string& result) {
+  const std::string right(27 - std::max<std::size_t>(club.size(), 19) - result.size() +
+                              (club.size() < 19 ? 0 : club.size() - 19),
+                          ' ');
+  return "<b>" + padded(place, 5) + padded(name, 23) + year + "  " + padded("Adorf", 19) +
+         padded(club, 19) + right.substr(0, 8 - std::min<std::size_t>(result.size(), 8)) + result +
+         "</b>\n";
+}
+
+const std::string solvPage =
+    "<html><title>SOLV</title>\n<b>Menu</b><h2>3. Muster-OL\n <a href='i'>Info</a></h2>\n"
+    "<pre>\nIm Ziel fehlte ein Posten.</pre>\n<b><p></p><a href='a'>H10</a></b>\n"
+    "<pre>( 1.6 km,  10 m, 7 Po.)  5 Teilnehmer\n\n" +
+    solvRunner("  1.", "J\u00F6rg Muster", "08", "OLG Beispiel", "1:47:07") +
+    "    1.   0.38 (2)  2.     --  ()  3.   2.00 (1)  4.  59.59 (1)  5.  62.15(10)\n"
+    "   131   0.38 (2)  95     --  () 101   1.22 (1) 131  57.59 (1)  A7   2.16 (2) \n"
+    "         0.01                          0.00\n"
+    "    6. 106.44 (1)     107.07(22)\n"
+    "   142  44.29(22)  Zi   0.23 (6)\n"
+    "         2.37           0.03     \n" +
+    solvRunner("", "Eva Zwei", "85", "", "Po.f.") +
+    "    1.   0.40 (2)         --  ()\n"
+    "   131   0.40 (2)  Zi     --  ()\n\n" +
+    solvRunner("", "Ida Drei", "  ", "Klub zu neunzehn Z.", "n. gest.") +
+    solvRunner("", "Max Vier", "  ", "Club A", "a.K.") +
+    solvRunner(" 12.", "Uwe F\u00FCnf", "60", "Club A", "9:14") + "</pre>\n" +
+    "<b><a href='b'>D10</a></b>\n<pre>(1 Po.)  0 Teilnehmer\n</pre></html>\n";
+
+const std::string solvSummary =
+    "3. Muster-OL importedFrom=SOLV HTML \n"
+    "H10 160000\n"
+    "name=J\u00F6rg Muster club=OLG Beispiel birthDate=2008-01-01 birthDateFormat=yyyy OK: "
+    "S 0, 131 3800, 95 -, 101 12000, 131 359900, 0 373500, 142 640400, F 642700\n"
+    "name=Eva Zwei birthDate=1985-01-01 birthDateFormat=yyyy MisPunch: S 0, 131 4000, F -\n"
+    "name=Ida Drei club=Klub zu neunzehn Z. DidNotStart: S 0, F -\n"
+    "name=Max Vier club=Club A : S 0, F -\n"
+    "name=Uwe F\u00FCnf club=Club A birthDate=1960-01-01 birthDateFormat=yyyy OK: S 0, F 55400\n"
+    "D10 0\n";
+
+const std::string pirilaPage =
+    "<HTML><HEAD><TITLE>Mallin rastit, 1.5.2026</TITLE></HEAD>\n"
+    "<H3 CLASS=o>1. osakilpailu</H3><H3>H21 A   Tilanne rasteilla\n\n</H3><PRE>\n"
+    "Sija  Nimi                          1.           2.      Tulos\n\n"
+    "  1. M\u00E4tti Malli                   2-26       1-1.03     12.50        M\u00E4tti\n"
+    "  2. Pekka Pitkanimi-Mall      12-1.25      2-59.59    1.00.13  Pekka Pitkanimi-Mallinen\n"
+    " HYL Ville Virtanen                  -          1.10  Ville Virtanen\n"
+    "KESK Keijo Kesken                    -            -      \n"
+    "VIRH Veera Virhe                  2-30            x\n"
+    " DQ  Dan D                        3-30       3-1.30\n"
+    "     Kilpailun ulkopuolella          \n"
+    "  7. Outi Ajat                 15.35      \n"
+    "  8.                              4-30\n"
+    "</PRE>\n\n<H3>H21 A   Rastiv\u00E4lien ajat\n\n</H3><PRE>\n"
+    "Sija  Nimi                         0-1          1-M      Tulos\n\n"
+    "  1. Matti Malli                   2-26        1-37      12.50\n</PRE>\n"
+    "<H3>D21   Tilanne rasteilla\n\n</H3><PRE>\n"
+    "Sija  Nimi                          1.      Tulos\n</PRE>\n"
+    "<H3>D35   Tilanne rasteilla</H3>\n<PRE>no header\n</PRE>\n</HTML>\n";
+
+const std::string pirilaSummary =
+    "Mallin rastit, 1.5.2026 importedFrom=Pekka Piril\u00E4 \n"
+    "H21 A 0\n"
+    "name=M\u00E4tti Malli OK: S 0, 31 2600, 32 6300, F 77000\n"
+    "name=Pekka Pitkanimi-Mallinen OK: S 0, 31 8500, 32 359900, F 361300\n"
+    "name=Ville Virtanen MisPunch: S 0, 31 -, 32 7000, F -\n"
+    "name=Keijo Kesken DidNotFinish: S 0, 31 -, 32 -, F -\n"
+    "name=Veera Virhe MisPunch: S 0, 31 3000, 32 -, F -\n"
+    "name=Dan D Disqualified: S 0, 31 3000, 32 9000, F -\n"
+    "name=Kilpailun ulkopuolel : S 0, F -\n"
+    "name=Outi Ajat OK: S 0, F 93500\n"
+    "D21 0\nD35 0\n";
+
+struct PageFormat {
+  std::int32_t format;
+  std::int32_t (LRKImport::*import)(LRKEvent&, const std::string&);
+  std::int32_t invalid;
+  std::string page;
+  std::string summary;
+};
+const PageFormat formats[] = {
+    {LRK_IMPORT_SOLV_HTML, &LRKImport::importSOLVHTML, LRK_IMPORT_SOLV_HTML_INVALID_FORMAT,
+     solvPage, solvSummary},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, &LRKImport::importPekkaPirilaHTML,
+     LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, pirilaPage, pirilaSummary},
+};
+
+class PagesTest : public test::ImportTest {
+ protected:
+  std::int32_t importPage(const PageFormat& format, std::string_view page) {
+    event.closeEvent();
+    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    notes.clear();
+    return (importer.*format.import)(event, folder.write("page.html", page));
+  }
+
+  std::string summary() {
+    std::string text = event.name() + " " + test::setProperties(event) + "\n";
+    for (int i = 0; i < event.noOfCategories(); ++i) {
+      const auto category = event.category(i);
+      text += category->name() + " " + std::to_string(category->courseLength()) + "\n";
+      for (int k = 0; k < category->noOfRunners(); ++k) {
+        LRKRunner& runner = category->runner(k);
+        runner.courseNameSet(false);  // the event names forkings
+        text += test::setProperties(runner) + std::string(statusWord(runner.status())) + ": " +
+                test::textOf(runner.punches()) + "\n";
+      }
+    }
+    return text;
+  }
+
+  int noOfRunners() {
+    int count = 0;
+    for (int i = 0; i < event.noOfCategories(); ++i) count += event.category(i)->noOfRunners();
+    return count;
+  }
+
+  static std::string_view statusWord(enmStatus status) {
+    switch (status) {
+      case estaOK:
+        return "OK";
+      case estaMisPunch:
+        return "MisPunch";
+      case estaDidNotFinish:
+        return "DidNotFinish";
+      case estaDisqualified:
+        return "Disqualified";
+      case estaDidNotStart:
+        return "DidNotStart";
+      default:
+        return "";
+    }
+  }
+};
+
+TEST_F(PagesTest, ATreatedPageReadsAsTheOriginal) {
+  for (const PageFormat& format : formats) {
+    for (const auto& [treatment, page] : treated(format.page)) {
+      SCOPED_TRACE(std::to_string(format.format) + " " + treatment);
+      EXPECT_EQ(importPage(format, page), 0);
+      EXPECT_EQ(summary(), format.summary);
+      EXPECT_EQ(importer.determineFileFormat(folder / "page.html"), format.format);
+    }
+  }
+}
+
+TEST_F(PagesTest, ACutPageGivesWhatStandsBeforeTheCut) {
+  for (const PageFormat& format : formats) {
+    int most = 0;
+    for (std::size_t size = 0; size < format.page.size(); size += 11) {
+      const std::int32_t code = importPage(format, format.page.substr(0, size));
+      EXPECT_TRUE(code == 0 || (code == format.invalid && most == 0)) << size;
+      EXPECT_GE(noOfRunners(), most) << size;
+      most = noOfRunners();
+    }
+    EXPECT_GE(most, 5);
+  }
+}
+
+TEST_F(PagesTest, APageOfAnotherProgramIsRefused) {
+  const std::string lookalike =
+      "<TITLE></TITLE><H3> Lapset, tilanne rasteilla, rastiv\u00E4lien ajat</H3>\n<PRE>\n"
+      "                                     1. [055]     Tulos\n   1. Arttu   1-00.14   04.25\n";
+  for (const PageFormat& format : formats) {
+    for (const std::string& page : {std::string(), lookalike, std::string("<pre>1. A</pre>"),
+                                    &format == formats ? pirilaPage : solvPage}) {
+      EXPECT_EQ(importPage(format, page), format.invalid);
+      EXPECT_EQ(summary(), " \n");
+    }
+  }
+}
+
+TEST_F(PagesTest, WhatIsDroppedIsNamedWithItsLine) {
+  const auto noted = [&](const PageFormat& format) {
+    EXPECT_EQ(importPage(format, replaced(format.page, "\n", "\r\n")), 0);
+    std::vector<std::string> texts;
+    for (const ImportNote& note : notes) texts.push_back(note.where + ": " + note.what);
+    return texts;
+  };
+  EXPECT_THAT(noted(formats[0]),
+              ElementsAre("line 11 \"J\u00F6rg Muster\": code of a control \"A7\"",
+                          "line 21 \"Max Vier\": result \"a.K.\""));
+  EXPECT_THAT(noted(formats[1]),
+              ElementsAre("line 11 \"Veera Virhe\": time of a control \"x\"",
+                          "line 15: no name in \"8.                              "
+                          "4-30\"",
+                          "line 31: no controls in \"no header\""));
+}
+
+TEST_F(PagesTest, AnOldSolvPageHasItsEventInTheFirstBlock) {
+  EXPECT_EQ(importPage(formats[0],
+                       "<title>SOLV</title><pre><b><a href='x'>1. Stadt-OL</a>     Adorf, 1. Mai\n"
+                       "2. Lauf</b>\n</pre><hr>\n<b>H10</b>\n<pre>(&nbsp;9.5&nbsp;km)\n</pre>"),
+            0);
+  EXPECT_EQ(summary(), "1. Stadt-OL importedFrom=SOLV HTML \nH10 950000\n");
+}
+
+}  // namespace
+}  // namespace larkstone
