@@ -59,7 +59,10 @@ function showClass(index, chosen) {
     children.push(element('h3', null, word('notOnCourse')), element('p', null, course.refused.join(', ')));
   }
   parts.content.replaceChildren(...children);
-  if (course.runners.length > 0) drawChosen();
+  if (course.runners.length > 0) {
+    state.table.showRows();
+    drawChosen();
+  }
   history.replaceState(null, '', '#' + index);
 }
 
@@ -74,8 +77,8 @@ function classContents(course) {
     element('div', { id: 'chart' }),
     element('h3', null, word('splitTable')),
     element('p', { className: 'hint' }, ...legend()),
-    element('div', { className: 'scroll', tabIndex: 0, role: 'region', 'aria-label': word('splitTable') },
-      state.table.table),
+    element('div', { className: 'scroll', tabIndex: 0, role: 'region', 'aria-label': word('splitTable'),
+      onscroll: () => state.table.showRows() }, state.table.table),
   ];
   if (followed.length > 0) {
     contents.push(element('h3', null, word('followed')), element('ul', { className: 'followed' },
@@ -127,6 +130,8 @@ function begin() {
     cancelAnimationFrame(waiting);
     waiting = requestAnimationFrame(drawChosen);
   });
+  window.addEventListener('beforeprint', () => state.table && state.table.showRows(true));
+  window.addEventListener('afterprint', () => state.table && state.table.showRows());
   const asked = Number.parseInt(location.hash.slice(1), 10);
   if (asked >= 0 && asked < classes.length) state.index = asked;
   state.chosen = null;

@@ -1,6 +1,15 @@
 // The split table: a row per runner, in each cell the leg over the total.
 
-const rowsAtOnce = 50;
+// A table of more rows holds only those near the part that is seen.
+const mostRows = 120;
+const rowsBeyond = 25;
+
+function gap(height) {
+  const row = element('tr', { className: 'gap', 'aria-hidden': 'true' });
+  row.style.height = height + 'px';
+  row.hidden = height === 0;
+  return row;
+}
 
 class SplitTable {
   // choose(runner) is told of a click on a row, show(runner) of one on a name.
@@ -13,9 +22,27 @@ class SplitTable {
     this.rows = new Map();
     this.body = element('tbody');
     this.head = element('thead');
-    this.table = element('table', { className: 'splits' }, this.head, this.body);
+    this.table = element('table', { className: 'splits' }, this.columns(), this.head, this.body);
     this.drawHead();
     this.fill();
+  }
+
+  // Columns of fixed width: the browser need not look at all rows to lay out some.
+  columns() {
+    const digits = this.course.digits;
+    const longest = texts => Math.max(5, ...texts.map(text => text.length));
+    const widths = [3, 17, 9 + digits, 8 + digits, 8 + digits];
+    this.course.legs.forEach((_, leg) => {
+      const times = this.course.runners.map(runner => timeText(runner.total[leg], digits));
+      widths.push(Math.max(longest(times) + 5, legText(this.course, leg).length + 1, 11));
+    });
+    const group = element('colgroup');
+    for (const width of widths) {
+      const column = element('col');
+      column.style.width = width + 'ch';
+      group.append(column);
+    }
+    return group;
   }
 
   sortButton(caption, tooltip, key, leg = -1) {
@@ -60,21 +87,35 @@ class SplitTable {
     this.fill();
   }
 
-  // Rows come in portions, so that a large class can be read and used while it is still drawn.
   fill() {
-    const order = sortedRunners(this.course, this.sort);
-    const filling = {};
-    this.filling = filling;
-    let next = 0;
-    const step = () => {
-      if (this.filling !== filling) return;
-      const rows = order.slice(next, next + rowsAtOnce).map(index => this.row(index));
-      if (next === 0) this.body.prepend(...rows);
-      else this.body.append(...rows);
-      next += rowsAtOnce;
-      if (next < order.length) requestAnimationFrame(step);
-    };
-    step();
+    this.order = sortedRunners(this.course, this.sort);
+    this.table.setAttribute('aria-rowcount', this.order.length + 1);
+    this.first = -1;
+    this.showRows();
+  }
+
+  // The rows around what is seen of the table in its scrolling box; all of them for a printer.
+  showRows(all = false) {
+    const count = this.order.length;
+    const whole = all || count <= mostRows;
+    const box = this.table.parentElement;
+    const height = this.rowHeight();
+    const seen = whole || !box ? 0 : Math.floor(box.scrollTop / height);
+    const first = whole ? 0 : Math.max(0, seen - rowsBeyond);
+    const last = whole ? count : Math.min(count, seen + Math.ceil((box ? box.clientHeight : 0) / height) + rowsBeyond);
+    if (!whole && this.first >= 0 && Math.abs(first - this.first) < rowsBeyond / 2 && last < count && first > 0) return;
+    if (first === this.first && last === this.last) return;
+    this.first = first;
+    this.last = last;
+    const focused = document.activeElement;
+    this.body.replaceChildren(gap(first * height),
+      ...this.order.slice(first, last).map(index => this.row(index)), gap((count - last) * height));
+    if (this.body.contains(focused)) focused.focus({ preventScroll: true });
+  }
+
+  rowHeight() {
+    const shown = [...this.rows.values()].find(row => row.offsetHeight > 0);
+    return shown ? shown.offsetHeight : 45;
   }
 
   row(index) {
