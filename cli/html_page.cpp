@@ -99,7 +99,8 @@ std::string pageOf(const clsLarkstoneOnlineTable& table, std::string_view eventN
   const std::string category = escapedMarkup(categoryName);
   std::string page =
       "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+      "<link rel=\"icon\" href=\"data:,\">\n<title>";
   page += event.empty() ? category : event + " - " + category;
   page += "</title>\n<style>\n";
   page += pageStyle;

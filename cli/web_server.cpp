@@ -69,8 +69,8 @@ int serve(WebService& service, const std::string& host, int port) {
     sayError(host + ":" + std::to_string(port), "the address cannot be listened on");
     return exitFailed;
   }
-  std::cerr << "larkstone: serving at http://" << host << ':' << bound << "/ (Ctrl-C ends it)"
-            << std::endl;
+  const std::string address = host + ":" + std::to_string(bound);
+  std::cerr << "larkstone: serving at http://" + address + "/ (Ctrl-C ends it)\n";
   const Watch watch(server);
   return server.listen_after_bind() || interrupted() ? exitDone : exitFailed;
 }
