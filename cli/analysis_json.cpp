@@ -217,26 +217,6 @@ void writeRefused(JsonWriter& json, const LRKCourse& course, const LRKCategory& 
   json.endArray();
 }
 
-}  // namespace
-
-void writeEventHead(JsonWriter& json, const LRKEvent& event) {
-  Fields fields(json);
-  json.key("event");
-  json.beginObject();
-  fields.text("name", event.name());
-  if (event.startDateSet()) {
-    fields.text("startDate", toIsoText(dateOf(calendarOf(event.startDate()))));
-  } else {
-    fields.null("startDate");
-  }
-  if (event.importedFromSet()) {
-    fields.text("importedFrom", event.importedFrom());
-  } else {
-    fields.null("importedFrom");
-  }
-  json.endObject();
-}
-
 void writeCourse(JsonWriter& json, const LRKCourse& course, const LRKCategory& category) {
   const Stages stages(course);
   Fields fields(json);
@@ -261,6 +241,42 @@ void writeCourse(JsonWriter& json, const LRKCourse& course, const LRKCategory& c
   }
   json.endArray();
   json.endObject();
+}
+
+}  // namespace
+
+void writeEventHead(JsonWriter& json, const LRKEvent& event) {
+  Fields fields(json);
+  json.key("event");
+  json.beginObject();
+  fields.text("name", event.name());
+  if (event.startDateSet()) {
+    fields.text("startDate", toIsoText(dateOf(calendarOf(event.startDate()))));
+  } else {
+    fields.null("startDate");
+  }
+  if (event.importedFromSet()) {
+    fields.text("importedFrom", event.importedFrom());
+  } else {
+    fields.null("importedFrom");
+  }
+  json.endObject();
+}
+
+bool writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
+                   const AnalysisOptions& options, const CommonOptions& common) {
+  json.beginObject();
+  writeEventHead(json, event);
+  json.key("courses");
+  json.beginArray();
+  const bool done = forEachCourse(event, categories, options, common,
+                                  [&](LRKCourse& course, const LRKCategory& category) {
+                                    sortRunners(course, options.sort);
+                                    writeCourse(json, course, category);
+                                  });
+  json.endArray();
+  json.endObject();
+  return done;
 }
 
 }  // namespace larkstone::cli

@@ -1,11 +1,12 @@
 #pragma once
 
-// An analysed course as JSON.
+// The analysis of an event as JSON.
 
-#include "larkstone/analysis/course.hpp"
+#include <vector>
+
 #include "larkstone/event/event.hpp"
-#include "larkstone/model/category.hpp"
 
+#include "cli/analysis_options.hpp"
 #include "cli/json_writer.hpp"
 
 namespace larkstone::cli {
@@ -13,7 +14,9 @@ namespace larkstone::cli {
 /// The "event" object of an analysis.
 void writeEventHead(JsonWriter& json, const LRKEvent& event);
 
-/// A course in its present order, with the runners of its category that it refused.
-void writeCourse(JsonWriter& json, const LRKCourse& course, const LRKCategory& category);
+/// The analysis of some categories (display indices), calculated and sorted as the options say,
+/// with the runners whom each course refused. False, in the middle of it, when the user stopped it.
+bool writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
+                   const AnalysisOptions& options, const CommonOptions& common);
 
 }  // namespace larkstone::cli

@@ -10,6 +10,7 @@
 #include "larkstone/core/text.hpp"
 
 #include "cli/course_choice.hpp"
+#include "cli/interrupt.hpp"
 #include "cli/report.hpp"
 
 namespace larkstone::cli {
@@ -252,6 +253,23 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
     course->onAction({});
   }
   return course;
+}
+
+void sortRunners(LRKCourse& course, const SortOption& sort) {
+  course.sortRunners(sort.key, sort.legNo, sort.ascending);
+}
+
+bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,
+                   const AnalysisOptions& options, const CommonOptions& common,
+                   const std::function<void(LRKCourse&, const LRKCategory&)>& use) {
+  for (const int index : categories) {
+    const auto category = event.category(index);
+    if (!category) continue;
+    const auto course = calculatedCourse(*category, options, common);
+    use(*course, *category);
+    if (interrupted()) return false;
+  }
+  return true;
 }
 
 }  // namespace larkstone::cli

@@ -3,6 +3,7 @@
 // The options that analyse and table share, and the course they lead to.
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -60,5 +61,13 @@ bool findCategories(const LRKEvent& event, const std::string& file,
 std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
                                             const AnalysisOptions& options,
                                             const CommonOptions& common);
+
+void sortRunners(LRKCourse& course, const SortOption& sort);
+
+/// Hands every category's course, calculated but not yet sorted, to use(). False when the user
+/// stopped it.
+bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,
+                   const AnalysisOptions& options, const CommonOptions& common,
+                   const std::function<void(LRKCourse&, const LRKCategory&)>& use);
 
 }  // namespace larkstone::cli

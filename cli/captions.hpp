@@ -1,9 +1,18 @@
 #pragma once
 
-// The English captions of the split table, for a page without a language file.
+// The captions that come with the program, in all its languages.
 
-#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace larkstone {
+class clsLarkstoneOnlineTable;
+}
 
 namespace larkstone::cli {
 
@@ -12,6 +21,20 @@ struct Caption {
   std::string_view text;
 };
 
-std::span<const Caption> englishCaptions();
+struct Language {
+  std::string_view code;  ///< "en"
+  std::vector<Caption> captions;
+};
+
+/// All languages; the first is English.
+const std::vector<Language>& languages();
+
+bool isLanguage(std::string_view code);
+
+/// Adds --language for a page that can change its language.
+void addLanguageOption(CLI::App& command, std::string& language);
+
+/// Gives a table the captions of a language; false for a code that is not known.
+bool setLanguage(clsLarkstoneOnlineTable& table, std::string_view code);
 
 }  // namespace larkstone::cli

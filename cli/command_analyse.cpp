@@ -1,6 +1,5 @@
 // larkstone analyse: the whole analysis as JSON, as CSV, or in a line per category.
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,53 +28,28 @@ struct AnalyseOptions {
   bool summary = false;
 };
 
-using WriteCourse = std::function<void(const LRKCourse& course, const LRKCategory& category)>;
-
-// Hands every category's course, calculated and sorted, to the writer. False when interrupted.
-bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,
-                   const AnalyseOptions& options, const WriteCourse& write) {
-  const SortOption& sort = options.analysis.sort;
-  for (const int index : categories) {
-    const auto category = event.category(index);
-    if (!category) continue;
-    const auto course = calculatedCourse(*category, options.analysis, options.common);
-    if (!options.summary) course->sortRunners(sort.key, sort.legNo, sort.ascending);
-    write(*course, *category);
-    if (interrupted()) return false;
-  }
-  return true;
-}
-
 bool writeJson(Output& output, LRKEvent& event, const std::vector<int>& categories,
                const AnalyseOptions& options) {
   JsonWriter json(output);
-  json.beginObject();
-  writeEventHead(json, event);
-  json.key("courses");
-  json.beginArray();
-  const bool done = forEachCourse(event, categories, options,
-                                  [&json](const LRKCourse& course, const LRKCategory& category) {
-                                    writeCourse(json, course, category);
-                                  });
-  json.endArray();
-  json.endObject();
-  return done;
+  return writeAnalysis(json, event, categories, options.analysis, options.common);
 }
 
 bool writeCsv(Output& output, LRKEvent& event, const std::vector<int>& categories,
               const AnalyseOptions& options) {
   writeCsvHeader(output);
-  return forEachCourse(
-      event, categories, options,
-      [&output](const LRKCourse& course, const LRKCategory&) { writeCsvCourse(output, course); });
+  return forEachCourse(event, categories, options.analysis, options.common,
+                       [&](LRKCourse& course, const LRKCategory&) {
+                         sortRunners(course, options.analysis.sort);
+                         writeCsvCourse(output, course);
+                       });
 }
 
 bool writeSummary(Output& output, LRKEvent& event, const std::vector<int>& categories,
-                  const AnalyseOptions& given) {
-  AnalyseOptions options = given;
-  if (!options.analysis.flags) options.analysis.flags = eccfTimeLoss;
+                  const AnalyseOptions& options) {
+  AnalysisOptions analysis = options.analysis;
+  if (!analysis.flags) analysis.flags = eccfTimeLoss;
   SummaryTable table;
-  const bool done = forEachCourse(event, categories, options,
+  const bool done = forEachCourse(event, categories, analysis, options.common,
                                   [&table](const LRKCourse& course, const LRKCategory& category) {
                                     table.add(course, category);
                                   });

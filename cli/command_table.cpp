@@ -28,25 +28,14 @@ struct TableOptions {
   std::string file;
   bool html = false;
   bool text = false;
-  std::string language;  // FILE:COLUMN
-  bool places = false;
-  bool startTimes = false;
-  bool finishTimes = false;
-  bool relative = false;
-  bool tooltips = false;
-  int top = 0;
-  std::string baseURL;
+  std::string language = "en";  // a code of ours or FILE:COLUMN
+  TableView view;
 };
 
-// The captions of the language file, or English ones. False, after saying so, when the file cannot
-// be read.
+// The captions of one of our languages or of a language file. False, after saying so, when the file
+// cannot be read.
 bool setCaptions(clsLarkstoneOnlineTable& table, const std::string& language) {
-  if (language.empty()) {
-    for (const Caption& caption : englishCaptions()) {
-      table.caption(caption.key, std::string(caption.text));
-    }
-    return true;
-  }
+  if (setLanguage(table, language)) return true;
   const auto colon = language.rfind(':');
   const bool hasColumn = colon != std::string::npos && wholeNumber(language.substr(colon + 1));
   const std::string file = hasColumn ? language.substr(0, colon) : language;
@@ -56,11 +45,12 @@ bool setCaptions(clsLarkstoneOnlineTable& table, const std::string& language) {
   return false;
 }
 
-void sortRunners(clsLarkstoneOnlineTable& table, LRKCourse& course, const SortOption& sort) {
+// A descending order is no heading's.
+void sortTable(clsLarkstoneOnlineTable& table, LRKCourse& course, const SortOption& sort) {
   if (sort.ascending) {
     table.sort(sort.key, sort.legNo);
   } else {
-    course.sortRunners(sort.key, sort.legNo, false);
+    sortRunners(course, sort);
   }
 }
 
@@ -73,17 +63,9 @@ int writeTable(const TableOptions& options, const EventInput& input, int categor
   const auto course = calculatedCourse(*category, options.analysis, options.common);
   clsLarkstoneOnlineTable table;
   table.course(course.get());
-  setLooks(table);
+  setView(table, options.view);
   if (!setCaptions(table, options.language)) return exitFailed;
-  table.showPlaces(options.places);
-  table.showStartTimes(options.startTimes);
-  table.showFinishTimes(options.finishTimes);
-  table.relativeLegTimes(options.relative);
-  table.relativeTotalTimes(options.relative);
-  table.showTooltips(options.tooltips);
-  table.topPlace(static_cast<std::int16_t>(options.top));
-  table.baseURL(options.baseURL);
-  sortRunners(table, *course, options.analysis.sort);
+  sortTable(table, *course, options.analysis.sort);
   if (options.text) {
     table.createTextTable();
   } else {
@@ -126,17 +108,18 @@ Run declareTable(CLI::App& command) {
       ->excludes(html);
   command
       .add_option("--language", options->language,
-                  "Captions from a tab-separated file; column 0 is the first behind the keys")
-      ->type_name("FILE:COLUMN");
-  command.add_flag("--places", options->places, "Show places beside times");
-  command.add_flag("--start-times", options->startTimes, "Show start times");
-  command.add_flag("--finish-times", options->finishTimes, "Show finish times");
-  command.add_flag("--relative", options->relative, "Show times relative to the best");
-  command.add_flag("--tooltips", options->tooltips, "Explain time losses and estimated times");
-  command.add_option("--top", options->top, "Mark the places up to this one")
+                  "Captions: a language of the program (de), or a tab-separated file, whose column "
+                  "0 is the first behind the keys")
+      ->type_name("CODE|FILE:COLUMN");
+  command.add_flag("--places", options->view.places, "Show places beside times");
+  command.add_flag("--start-times", options->view.startTimes, "Show start times");
+  command.add_flag("--finish-times", options->view.finishTimes, "Show finish times");
+  command.add_flag("--relative", options->view.relative, "Show times relative to the best");
+  command.add_flag("--tooltips", options->view.tooltips, "Explain time losses and estimated times");
+  command.add_option("--top", options->view.top, "Mark the places up to this one")
       ->type_name("N")
       ->check(CLI::Range(0, 32767));
-  command.add_option("--base-url", options->baseURL, "Make the captions links that sort")
+  command.add_option("--base-url", options->view.baseURL, "Make the captions links that sort")
       ->type_name("URL");
   addAnalysisOptions(command, options->analysis);
   addCommonOptions(command, options->common);

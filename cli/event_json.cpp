@@ -141,7 +141,7 @@ void writeDerivedCourseJson(JsonWriter& json, const LRKEvent& event, int index) 
 
 }  // namespace
 
-void writeEventJson(Output& output, LRKEvent& event, bool withRunners) {
+void writeEventJson(TextSink& output, LRKEvent& event, bool withRunners) {
   JsonWriter json(output);
   json.beginObject();
   json.key("event");

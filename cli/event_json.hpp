@@ -30,6 +30,6 @@ void forEachSetProperty(const Owner& owner, Put put) {
 }
 
 /// The whole document; on request with the runners and leg lengths of each category.
-void writeEventJson(Output& output, LRKEvent& event, bool withRunners);
+void writeEventJson(TextSink& output, LRKEvent& event, bool withRunners);
 
 }  // namespace larkstone::cli

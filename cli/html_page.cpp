@@ -38,8 +38,6 @@ constexpr std::string_view pageStyle =
     "h2 {margin: 0.2em 0 0.8em; font-size: 1em; color: #66727f;}\n"
     "main {overflow-x: auto;}\n";
 
-}  // namespace
-
 void setLooks(clsLarkstoneOnlineTable& table) {
   table.fixedTopLeftAlignedCellFormat(header);
   table.fixedTopCenterAlignedCellFormat(headerCentred);
@@ -81,13 +79,28 @@ void setLooks(clsLarkstoneOnlineTable& table) {
   table.highlightPercentage(0.25F);
 }
 
+}  // namespace
+
+void setView(clsLarkstoneOnlineTable& table, const TableView& view) {
+  setLooks(table);
+  table.showPlaces(view.places);
+  table.showStartTimes(view.startTimes);
+  table.showFinishTimes(view.finishTimes);
+  table.relativeLegTimes(view.relative);
+  table.relativeTotalTimes(view.relative);
+  table.showTooltips(view.tooltips);
+  table.topPlace(static_cast<std::int16_t>(view.top));
+  table.baseURL(view.baseURL);
+}
+
 std::string pageOf(const clsLarkstoneOnlineTable& table, std::string_view eventName,
                    std::string_view categoryName) {
   const std::string event = escapedMarkup(eventName);
   const std::string category = escapedMarkup(categoryName);
   std::string page =
       "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+      "<link rel=\"icon\" href=\"data:,\">\n<title>";
   page += event.empty() ? category : event + " - " + category;
   page += "</title>\n<style>\n";
   page += pageStyle;

@@ -13,7 +13,17 @@ namespace {
 // Quoted and escaped; bytes that are not UTF-8 become the replacement character.
 std::string quoted(std::string_view text) {
   using Json = nlohmann::json;
-  return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+  const std::string json = Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (json.find('<') == std::string::npos) return json;
+  std::string safe;
+  for (const char c : json) {
+    if (c == '<') {
+      safe += "\\u003c";
+    } else {
+      safe += c;
+    }
+  }
+  return safe;
 }
 
 }  // namespace
@@ -24,10 +34,10 @@ void JsonWriter::separate() {
     return;
   }
   if (!hasElements_.empty()) {
-    if (hasElements_.back()) output_.write(", ");
+    if (hasElements_.back()) output_.write(form_ == Form::compact ? "," : ", ");
     hasElements_.back() = true;
   }
-  if (lineBreak_) output_.write("\n");
+  if (lineBreak_ && form_ == Form::spaced) output_.write("\n");
   lineBreak_ = false;
 }
 
@@ -40,14 +50,14 @@ void JsonWriter::begin(char bracket) {
 void JsonWriter::end(char bracket) {
   hasElements_.pop_back();
   output_.write({&bracket, 1});
-  if (hasElements_.empty()) output_.write("\n");
+  if (hasElements_.empty() && form_ == Form::spaced) output_.write("\n");
 }
 
 void JsonWriter::key(std::string_view name) {
   separate();
   output_.write("\"");
   output_.write(name);
-  output_.write("\": ");
+  output_.write(form_ == Form::compact ? "\":" : "\": ");
   afterKey_ = true;
 }
 

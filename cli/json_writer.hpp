@@ -13,9 +13,15 @@
 namespace larkstone::cli {
 
 /// Keys and values in the order they are written. The caller keeps objects and arrays in balance.
+/// The JSON can stand in a SCRIPT element: "<" is escaped in texts.
 class JsonWriter {
  public:
-  explicit JsonWriter(Output& output) : output_(output) {}
+  enum class Form {
+    spaced,
+    compact,  ///< without blanks and line ends
+  };
+
+  explicit JsonWriter(TextSink& output, Form form = Form::spaced) : output_(output), form_(form) {}
 
   void beginObject() { begin('{'); }
   void endObject() { end('}'); }
@@ -40,7 +46,8 @@ class JsonWriter {
   void raw(std::string_view token);
   void decimal(double value, int digits);
 
-  Output& output_;
+  TextSink& output_;
+  Form form_;
   std::vector<bool> hasElements_;  // per open bracket
   bool afterKey_ = false;
   bool lineBreak_ = false;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace larkstone {
 class WholeFile;
@@ -18,15 +19,32 @@ std::string oneLine(std::string text);
 /// A category's name in a line of output; "(no name)" when it has none.
 std::string displayName(const std::string& categoryName);
 
-class Output {
+/// Takes texts one after the other.
+class TextSink {
+ public:
+  virtual ~TextSink() = default;
+  virtual void write(std::string_view text) = 0;
+};
+
+/// Keeps them.
+class TextBuffer : public TextSink {
+ public:
+  void write(std::string_view text) override { text_ += text; }
+  std::string take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+};
+
+class Output : public TextSink {
  public:
   /// "-" is standard output. Nothing of a file is seen under its name before close().
   explicit Output(std::string path);
-  ~Output();
+  ~Output() override;
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
-  void write(std::string_view text);
+  void write(std::string_view text) override;
   /// Completes the output; false (after saying why on standard error) when not all of it could be
   /// written.
   bool close();

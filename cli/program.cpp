@@ -24,6 +24,8 @@ constexpr Command commands[] = {
     {"courses", "Tell which courses the runners of a category ran", declareCourses},
     {"analyse", "Calculate the split-time analysis and print it", declareAnalyse},
     {"table", "Write the split table of one category", declareTable},
+    {"report", "Write one page over all categories", declareReport},
+    {"serve", "Serve the report, the split tables and the analysis over HTTP", declareServe},
     {"export", "Write the event in the format of another program", declareExport},
     {"search", "Find runners by their properties", declareSearch},
 };

@@ -41,6 +41,8 @@ Run declareAnalyse(CLI::App& command);
 Run declareTable(CLI::App& command);
 Run declareExport(CLI::App& command);
 Run declareSearch(CLI::App& command);
+Run declareReport(CLI::App& command);
+Run declareServe(CLI::App& command);
 
 /// Parses the command line and runs the command. Never throws.
 int runProgram(int argc, const char* const* argv);

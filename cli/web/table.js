@@ -1,0 +1,182 @@
+// The split table: a row per runner, in each cell the leg over the total.
+
+// A table of more rows holds only those near the part that is seen.
+const mostRows = 120;
+const rowsBeyond = 25;
+
+function gap(height) {
+  const row = element('tr', { className: 'gap', 'aria-hidden': 'true' });
+  row.style.height = height + 'px';
+  row.hidden = height === 0;
+  return row;
+}
+
+class SplitTable {
+  // choose(runner) is told of a click on a row, show(runner) of one on a name.
+  constructor(course, chosen, choose, show) {
+    this.course = course;
+    this.chosen = chosen;
+    this.choose = choose;
+    this.show = show;
+    this.sort = { key: 'time', leg: -1, descending: false };
+    this.rows = new Map();
+    this.body = element('tbody');
+    this.head = element('thead');
+    this.table = element('table', { className: 'splits' }, this.columns(), this.head, this.body);
+    this.drawHead();
+    this.fill();
+  }
+
+  // Columns of fixed width: the browser need not look at all rows to lay out some.
+  columns() {
+    const digits = this.course.digits;
+    const longest = texts => Math.max(5, ...texts.map(text => text.length));
+    const widths = [3, 17, 9 + digits, 8 + digits, 8 + digits];
+    this.course.legs.forEach((_, leg) => {
+      const times = this.course.runners.map(runner => timeText(runner.total[leg], digits));
+      widths.push(Math.max(longest(times) + 5, legText(this.course, leg).length + 1, 11));
+    });
+    const group = element('colgroup');
+    for (const width of widths) {
+      const column = element('col');
+      column.style.width = width + 'ch';
+      group.append(column);
+    }
+    return group;
+  }
+
+  sortButton(caption, tooltip, key, leg = -1) {
+    const sorted = this.sort.key === key && this.sort.leg === leg;
+    const mark = sorted ? (this.sort.descending ? ' ▾' : ' ▴') : '';
+    return element('button', {
+      type: 'button', className: sorted ? 'sort sorted' : 'sort', title: tooltip,
+      onclick: () => this.sortBy(key, leg),
+    }, caption + mark);
+  }
+
+  headCell(className, key, ...children) {
+    const cell = element('th', { className, scope: 'col' }, ...children);
+    if (this.sort.key === key && this.sort.leg === -1) {
+      cell.setAttribute('aria-sort', this.sort.descending ? 'descending' : 'ascending');
+    }
+    return cell;
+  }
+
+  drawHead() {
+    const course = this.course;
+    const row = element('tr', null,
+      this.headCell('place', '', word('place')),
+      this.headCell('who', 'name', this.sortButton(word('name'), word('sortByName'), 'name'),
+        this.sortButton(word('club'), word('sortByClub'), 'club')),
+      this.headCell('', 'start', this.sortButton(word('startTime'), word('sortByStartTime'), 'start')),
+      this.headCell('', 'time', this.sortButton(word('finishTime'), word('sortByFinishTime'), 'time')),
+      this.headCell('', '', word('finishTimeDifference')));
+    course.legs.forEach((_, leg) => {
+      const where = leg === course.legs.length - 1 ? word('finish') : word('control') + ' ' + (leg + 1);
+      row.append(this.headCell('leg', '', element('span', null, legText(course, leg)),
+        this.sortButton(word('legTimeSortCaption'), word('sortByLegTime') + ' ' + where, 'leg', leg),
+        this.sortButton(word('totalTimeSortCaption'), word('sortByTotalTime') + ' ' + where, 'total', leg)));
+    });
+    this.head.replaceChildren(row);
+  }
+
+  sortBy(key, leg) {
+    const same = this.sort.key === key && this.sort.leg === leg;
+    this.sort = { key, leg, descending: same && !this.sort.descending };
+    this.drawHead();
+    this.fill();
+  }
+
+  fill() {
+    this.order = sortedRunners(this.course, this.sort);
+    this.table.setAttribute('aria-rowcount', this.order.length + 1);
+    this.first = -1;
+    this.showRows();
+  }
+
+  // The rows around what is seen of the table in its scrolling box; all of them for a printer.
+  showRows(all = false) {
+    const count = this.order.length;
+    const whole = all || count <= mostRows;
+    const box = this.table.parentElement;
+    const height = this.rowHeight();
+    const seen = whole || !box ? 0 : Math.floor(box.scrollTop / height);
+    const first = whole ? 0 : Math.max(0, seen - rowsBeyond);
+    const last = whole ? count : Math.min(count, seen + Math.ceil((box ? box.clientHeight : 0) / height) + rowsBeyond);
+    if (!whole && this.first >= 0 && Math.abs(first - this.first) < rowsBeyond / 2 && last < count && first > 0) return;
+    if (first === this.first && last === this.last) return;
+    this.first = first;
+    this.last = last;
+    const focused = document.activeElement;
+    this.body.replaceChildren(gap(first * height),
+      ...this.order.slice(first, last).map(index => this.row(index)), gap((count - last) * height));
+    if (this.body.contains(focused)) focused.focus({ preventScroll: true });
+  }
+
+  rowHeight() {
+    const shown = [...this.rows.values()].find(row => row.offsetHeight > 0);
+    return shown ? shown.offsetHeight : 45;
+  }
+
+  row(index) {
+    let row = this.rows.get(index);
+    if (!row) {
+      row = this.makeRow(index);
+      this.rows.set(index, row);
+    }
+    return row;
+  }
+
+  makeRow(index) {
+    const course = this.course;
+    const runner = course.runners[index];
+    const best = course.runners[0].time;
+    const name = element('button', {
+      type: 'button', className: 'name', title: word('showRunner'),
+      onclick: event => { event.stopPropagation(); this.show(index); },
+    }, runner.name || '-');
+    const row = element('tr', {
+      tabIndex: 0, 'aria-selected': String(this.chosen.has(index)),
+      onclick: () => this.choose(index),
+      onkeydown: event => {
+        if (event.target !== row || (event.key !== 'Enter' && event.key !== ' ')) return;
+        event.preventDefault();
+        this.choose(index);
+      },
+    },
+    element('td', { className: 'place' }, runner.place === null ? '' : String(runner.place)),
+    element('td', { className: 'who' }, name, element('span', { className: 'club' }, runner.club)),
+    element('td', { className: 'clock' }, clockText(runner.start, course.digits)),
+    element('td', { className: 'result' }, timeText(runner.time, course.digits)),
+    element('td', { className: 'result' }, runner.time === null
+      ? statusText(runner) : behindText(runner.time - best, course.digits)));
+    course.legs.forEach((_, leg) => row.append(this.cell(runner, leg)));
+    return row;
+  }
+
+  cell(runner, leg) {
+    const digits = this.course.digits;
+    const line = (name, time, place, estimated) => {
+      const rank = estimated ? ' estimated' : place === 1 ? ' best' : place > 0 && place <= 3 ? ' top' : '';
+      const made = element('span', { className: name + rank }, timeText(time, digits));
+      if (place > 0) made.dataset.place = place;
+      return made;
+    };
+    const cell = element('td', null,
+      line('own', runner.leg[leg], runner.legPlace[leg], runner.estimated.includes(leg)),
+      line('sum', runner.total[leg], runner.totalPlace[leg], runner.estimatedTotal.includes(leg)));
+    const notes = [];
+    if (runner.loss[leg] > 0) {
+      cell.className = 'loss';
+      notes.push(word('timeLoss') + ': ' + timeText(runner.loss[leg], digits));
+    }
+    if (runner.estimated.includes(leg)) notes.push(word('estimatedTime'));
+    if (notes.length > 0) cell.title = notes.join('\n');
+    return cell;
+  }
+
+  mark(index, on) {
+    const row = this.rows.get(index);
+    if (row) row.setAttribute('aria-selected', String(on));
+  }
+}
