@@ -30,9 +30,14 @@ constexpr Fact facts[] = {
     {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
+    {"oe_csv/boc2003.csv", 0, 69, 2017, 30348},
+    {"oe_csv/kup10_brac.csv", 0, 22, 267, 2614},
+    {"oe_csv/oe2010_splits_day5.csv", 0, 1, 28, 84},
+    {"oe_csv/swedish.txt", 0, 11, 105, 1201},
+    {"os_csv/pozega_sprintrelay.csv", 0, 13, 124, 56},  // 34 teams of 90, with their handovers
 };
 
-TEST(SharedDataTest, IofXmlListsHoldWhatWasCounted) {
+TEST(SharedDataTest, ListsHoldWhatWasCounted) {
   const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
   if (data == nullptr) GTEST_SKIP() << "no shared data";
   const test::TempFolder folder;

@@ -38,12 +38,18 @@ class Columns {
 struct ClassColumns {
   int number, shortName, longName;
 
-  RelayClass& read(const CsvFile& row, RelayClasses& classes) const {
-    const std::string_view longText = row.field(longName);
-    RelayClass& relay = classes.named(longText.empty() ? row.field(shortName) : longText);
-    relay.shortName = row.field(shortName);
-    relay.id = csvInteger(row.field(number));
-    return relay;
+  bool reachedBy(const CsvFile& row) const { return row.noOfFields() > shortName; }
+  std::string_view name(const CsvFile& row) const {
+    const std::string_view name = row.field(longName);
+    return name.empty() ? row.field(shortName) : name;
+  }
+  LRKCategory category(const CsvFile& row) const {
+    LRKCategory category;
+    category.name(std::string(name(row)));
+    const std::string_view text = row.field(shortName);
+    if (!text.empty()) category.shortName(std::string(text));
+    if (const auto id = csvInteger(row.field(number))) category.ID(*id);
+    return category;
   }
 };
 
@@ -112,11 +118,12 @@ class RunnerRows {
     teamStatus_ = between >= 3 ? combination_ + 2 : -1;
   }
 
-  void read(const CsvFile& row, ReadJob& job, RelayClasses& classes) const {
+  const ClassColumns& classColumns() const { return class_; }
+
+  void read(const CsvFile& row, ReadJob& job, RelayClass& relay) const {
     RelayMember member;
     member.line = row.line();
     const LineNotes notes(job.session, row.line(), &member.runner);
-    if (row.noOfFields() <= class_.shortName) return notes("too few fields");
     readCsvPerson(row, person_, member.runner, notes);
     const auto leg = csvInteger(row.field(leg_));
     if (!isLeg(leg)) return notes("no leg of a relay", row.field(leg_));
@@ -126,7 +133,7 @@ class RunnerRows {
     readSplits(row, member, notes);
 
     const std::string_view name = row.field(team_);
-    RelayTeam& team = class_.read(row, classes).team(csvInteger(row.field(number_)), name);
+    RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (team.members.empty()) {
       team.line = row.line();
       team.name = name;
@@ -134,7 +141,7 @@ class RunnerRows {
       team.clubId = csvInteger(row.field(clubNo_));
     }
     readTeamResult(row, *leg, team, notes);
-    team.members.push_back(std::move(member));
+    relay.add(std::move(member), team, notes);
   }
 
  private:
@@ -159,9 +166,7 @@ class RunnerRows {
   // What the list says of the team at the end of its last leg counts.
   void readTeamResult(const CsvFile& row, std::int32_t leg, RelayTeam& team,
                       const LineNotes& notes) const {
-    for (const RelayMember& other : team.members) {
-      if (other.runner.relayLeg() > leg) return;
-    }
+    if (team.lastLeg > leg) return;
     LRKRunner result;
     result.status(estaUnknown);
     readCsvStatus(row.field(teamStatus_), result, notes);
@@ -202,12 +207,13 @@ class TeamRows {
     blockLength_ = std::max(second - blocks_, shortest);
   }
 
-  void read(const CsvFile& row, ReadJob& job, RelayClasses& classes) const {
+  const ClassColumns& classColumns() const { return class_; }
+
+  void read(const CsvFile& row, ReadJob& job, RelayClass& relay) const {
     const LineNotes notes(job.session, row.line());
-    if (row.noOfFields() <= class_.shortName) return notes("too few fields");
     const std::string club = clubOf(row);
     const std::string name = teamName(row, club);
-    RelayTeam& team = class_.read(row, classes).team(csvInteger(row.field(number_)), name);
+    RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (!team.members.empty()) return notes("team stands twice in the list", name);
     team.line = row.line();
     team.name = name;
@@ -221,7 +227,7 @@ class TeamRows {
     int number = 0;
     // The last field of the row is the place, or nothing.
     for (int block = blocks_; block + 4 < row.noOfFields(); block += blockLength_) {
-      readMember(row, block, ++number, job, team);
+      readMember(row, block, ++number, job, relay, team);
     }
   }
 
@@ -246,7 +252,8 @@ class TeamRows {
     return csvInteger(text) ? club + " " + std::string(text) : std::string(text);
   }
 
-  void readMember(const CsvFile& row, int block, int number, ReadJob& job, RelayTeam& team) const {
+  void readMember(const CsvFile& row, int block, int number, ReadJob& job, RelayClass& relay,
+                  RelayTeam& team) const {
     RelayMember member;
     member.line = row.line();
     const LineNotes notes(job.session, row.line(), &member.runner);
@@ -265,7 +272,7 @@ class TeamRows {
     if (!isLeg(leg)) return notes("no leg of a relay", row.field(block + 1));
     member.runner.relayLeg(static_cast<std::int16_t>(leg));
     RunColumns{block + 7, block + 8, block + 9, block + 10}.read(row, job.zeroTime, member, notes);
-    team.members.push_back(std::move(member));
+    relay.add(std::move(member), team, notes);
   }
 
   int blocks_;
@@ -278,15 +285,28 @@ class TeamRows {
 
 template <class Rows>
 std::int32_t readRows(ReadJob& job, CsvFile& file) {
-  ReaderRun run(job, CourseLengthFrom::runners);
   const Rows rows(file.header());
-  RelayClasses classes;
+  CsvRowGroups classes;
   while (file.next()) {
-    rows.read(file, job, classes);
-    if (!run.progress(file.line(), file.noOfLines())) return run.code();
+    if (rows.classColumns().reachedBy(file)) {
+      classes.add(rows.classColumns().name(file), file.row());
+    } else {
+      LineNotes(job.session, file.line())("too few fields");
+    }
   }
-  for (RelayClass& relay : classes.all()) {
-    if (!relay.add(job, run)) return run.code();
+  ReaderRun run(job, CourseLengthFrom::runners);
+  int done = 0;
+  for (const CsvRowGroups::Group& group : classes.groups()) {
+    file.row(group.rows.front());
+    run.beginCategory(rows.classColumns().category(file));
+    RelayClass relay;
+    for (const CsvRow& place : group.rows) {
+      file.row(place);
+      rows.read(file, job, relay);
+      if (!run.progress(++done, classes.noOfRows())) return run.code();
+    }
+    if (!relay.addTo(run, job.session)) return run.code();
+    run.endRelay();
   }
   return run.end("OS200x");
 }

@@ -71,41 +71,9 @@ LRKRunner teamRunner(const RelayTeam& team) {
   return runner;
 }
 
-std::size_t indexOf(std::unordered_map<std::string, std::size_t>& index, std::string key,
-                    std::size_t next) {
-  return index.try_emplace(std::move(key), next).first->second;
-}
-
-}  // namespace
-
-RelayTeam& RelayClass::team(std::optional<std::int32_t> number, std::string_view name) {
-  // Texts begin with a letter that no number has.
-  std::string key = number ? std::to_string(*number) : 'n' + std::string(name);
-  const std::size_t place = indexOf(index_, std::move(key), teams_.size());
-  if (place == teams_.size()) {
-    RelayTeam& added = teams_.emplace_back();
-    // Below 0 no team of a list is counted.
-    added.number = number.value_or(-1 - static_cast<std::int32_t>(place));
-  }
-  return teams_[place];
-}
-
-bool RelayClass::add(ReadJob& job, ReaderRun& run) {
-  LRKCategory category;
-  category.name(name_);
-  if (!shortName.empty()) category.shortName(shortName);
-  if (id) category.ID(*id);
-  run.beginCategory(std::move(category));
-  for (RelayTeam& team : teams_) {
-    if (!addTeam(team, job, run)) return false;
-  }
-  run.endRelay();
-  return !run.stopped();
-}
-
-bool RelayClass::addTeam(RelayTeam& team, ReadJob& job, ReaderRun& run) const {
+bool addTeam(RelayTeam& team, ReaderRun& run, ImportSession& session) {
   std::stable_sort(team.members.begin(), team.members.end(), byLeg);
-  if (!run.addRunner(teamRunner(team), LineNotes(job.session, team.line))) return false;
+  if (!run.addRunner(teamRunner(team), LineNotes(session, team.line))) return false;
   const Time teamStart = startOf(team);
   for (RelayMember& member : team.members) {
     LRKRunner& runner = member.runner;
@@ -113,16 +81,39 @@ bool RelayClass::addTeam(RelayTeam& team, ReadJob& job, ReaderRun& run) const {
     runner.relayTeam(team.name);
     runner.relayTeamID(team.number);
     setClub(team, runner);
-    addSplits(member, teamStart, LineNotes(job.session, member.line, &runner));
-    if (!run.addRunner(std::move(runner), LineNotes(job.session, member.line))) return false;
+    addSplits(member, teamStart, LineNotes(session, member.line, &runner));
+    if (!run.addRunner(std::move(runner), LineNotes(session, member.line))) return false;
   }
   return true;
 }
 
-RelayClass& RelayClasses::named(std::string_view name) {
-  const std::size_t place = indexOf(index_, std::string(name), classes_.size());
-  if (place == classes_.size()) classes_.emplace_back(name);
-  return classes_[place];
+}  // namespace
+
+RelayTeam& RelayClass::team(std::optional<std::int32_t> number, std::string_view name) {
+  // Names begin with a letter here that no number has.
+  std::string key = number ? std::to_string(*number) : 'n' + std::string(name);
+  const auto [found, isNew] = index_.try_emplace(std::move(key), teams_.size());
+  if (isNew) {
+    RelayTeam& team = teams_.emplace_back();
+    // No list counts below 0.
+    team.number = number.value_or(-static_cast<std::int32_t>(teams_.size()));
+  }
+  return teams_[found->second];
+}
+
+void RelayClass::add(RelayMember member, RelayTeam& team, const LineNotes& notes) {
+  if (noOfMembers_ >= LRK_MAX_LIST) {
+    notes("the category is full");
+    return;
+  }
+  ++noOfMembers_;
+  team.lastLeg = std::max<int>(team.lastLeg, member.runner.relayLeg());
+  team.members.push_back(std::move(member));
+}
+
+bool RelayClass::addTo(ReaderRun& run, ImportSession& session) {
+  return std::all_of(teams_.begin(), teams_.end(),
+                     [&](RelayTeam& team) { return addTeam(team, run, session); });
 }
 
 }  // namespace larkstone

@@ -1,6 +1,6 @@
 #pragma once
 
-// The classes, teams and members of a relay list, gathered from rows in any order.
+// The teams of a relay list with their members, gathered from rows in any order.
 
 #include <cstddef>
 #include <cstdint>
@@ -35,39 +35,24 @@ struct RelayTeam {
   std::optional<std::int32_t> clubId;
   enmStatus status = estaUnknown;  // unknown: what its members make of it
   std::int32_t place = 0;          // 0: none
+  int lastLeg = 0;
   std::vector<RelayMember> members;
 };
 
+/// The teams of one class.
 class RelayClass {
  public:
-  explicit RelayClass(std::string_view name) : name_(name) {}
-
-  std::string shortName;
-  std::optional<std::int32_t> id;
-
   /// The team with the number, or with the name where the list has no numbers. A new one is empty.
   RelayTeam& team(std::optional<std::int32_t> number, std::string_view name);
-  /// Begins the relay's category and adds its teams with their members. False when the reader has
-  /// to stop.
-  bool add(ReadJob& job, ReaderRun& run);
+  /// Adds a member as long as the class has room.
+  void add(RelayMember member, RelayTeam& team, const LineNotes& notes);
+  /// Adds the teams with their members to the open category. False when the reader has to stop.
+  bool addTo(ReaderRun& run, ImportSession& session);
 
  private:
-  bool addTeam(RelayTeam& team, ReadJob& job, ReaderRun& run) const;
-
-  std::string name_;
   std::vector<RelayTeam> teams_;
   std::unordered_map<std::string, std::size_t> index_;
-};
-
-/// The classes in the order in which the list first names them.
-class RelayClasses {
- public:
-  RelayClass& named(std::string_view name);
-  std::vector<RelayClass>& all() { return classes_; }
-
- private:
-  std::vector<RelayClass> classes_;
-  std::unordered_map<std::string, std::size_t> index_;
+  int noOfMembers_ = 0;
 };
 
 }  // namespace larkstone
