@@ -483,14 +483,14 @@ TEST_F(ProgramTest, AStartListGivesStartTimes) {
 }
 
 TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {
-  const std::string list = folder_.write("teams.xml", R"(<?xml version="1.0"?>
+  const std::string list = folder_.write("list.xml", R"(<?xml version="1.0"?>
 <ResultList xmlns="http://www.orienteering.org/datastandard/3.0" iofVersion="3.0" creator="test">
- <Event><Name>Relay</Name></Event>
- <ClassResult><Class><Name>R</Name></Class><TeamResult><Name>T</Name></TeamResult></ClassResult>
+ <Event><Name>Spring</Name></Event>
+ <ClassResult><Class><Name>R</Name></Class><PersonResult/></ClassResult>
 </ResultList>)");
   const Result counted = run("info " + list);
   EXPECT_EQ(counted.exitCode, 0);
-  EXPECT_NE(counted.err.find("teams.xml: 1 item left out"), std::string::npos);
+  EXPECT_NE(counted.err.find("list.xml: 1 item left out"), std::string::npos);
   EXPECT_EQ(run("info -q " + list).err, "");
   EXPECT_GT(run("info -v " + list).err.size(), counted.err.size());
 }
