@@ -9,7 +9,7 @@ namespace {
 constexpr Format splitTimes[] = {
     {LRK_IMPORT_CSV, detectCsv, nullptr},
     {LRK_IMPORT_XML, detectIofXml, readIofXml},
-    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, nullptr},
+    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, readSportSoftwareSplits},
     {LRK_IMPORT_OLA_HTML, detectOla, nullptr},
     {LRK_IMPORT_ETIMING_HTML, detectETiming, nullptr},
     {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, nullptr},

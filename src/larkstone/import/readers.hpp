@@ -9,5 +9,6 @@
 namespace larkstone {
 
 std::int32_t readIofXml(ReadJob& job);
+std::int32_t readSportSoftwareSplits(ReadJob& job);
 
 }  // namespace larkstone
