@@ -30,7 +30,7 @@ TEST(FieldsTest, FieldsEndAtTheDelimiterOrTheEndOfTheText) {
 
 std::vector<std::string> csvFields(std::string_view line) {
   std::vector<std::string> fields;
-  for (CsvFields csv(line, ";"); !csv.atEnd();) fields.push_back(csv.next());
+  for (CsvFields csv(line, ";"); !csv.atEnd();) fields.emplace_back(csv.next());
   return fields;
 }
 

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cctype>
 #include <unordered_set>
+#include <utility>
 
 #include "larkstone/core/text.hpp"
+#include "larkstone/import/scan/code_pages.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/scan_file.hpp"
+#include "larkstone/import/scan/text_encoding.hpp"
 
 namespace larkstone {
 
@@ -14,97 +17,136 @@ namespace {
 
 struct Column {
   std::string_view key;
-  std::string_view headers;  // each entry between bars
+  std::string_view headers;  // with bars between
 };
 
-// Headers of programs that run in other code pages stand as they read in the Western one. The
-// order matters: of two columns with the same header the later one is meant.
 constexpr Column columns[] = {
-    {"Read at",
-     "|Gelesen um|Read at|Läst|Heure lecture|Letto alle ore|Naèteno v|Leolvasva|Læst|ÔÚ...¶ÁÈ¡|"
-     "Ïðî÷èòàíî â|Zczytany o:|Èitaj od|leído a las|Luettu|"},
-    {"Combination",
-     "|Kombination|Combination|Banalternativ|Gaffling|Combinaison|Combinazione|Kombinace|"
-     "Kombináció||Gafling|Êîìáèíàöèÿ|Kombinacja|Kombinacija|Combinación|Hajontavaihtoehto|"},
-    {"Long", "|Lang|Long|Lång|Lungo|Dlouhý|Hosszú|³¤|Äëèííûé|D³uga nazwa|Dugo|Largo|Pitkä|"},
-    {"Leg", "|Strecke||"},
+#define LRK_COLUMN(key, headers) {key, headers},
+#define LRK_OTHER_COLUMN(key, headers)
+#include "larkstone/import/csv_columns.def"
 };
 
-// Every header text with its key, once as it stands and once in lower case.
-struct HeaderIndex {
+constexpr Column otherColumns[] = {
+#define LRK_COLUMN(key, headers)
+#define LRK_OTHER_COLUMN(key, headers) {key, headers},
+#include "larkstone/import/csv_columns.def"
+};
+
+// Header texts with their keys: as they stand, in lower case, and, in lower case, the words of
+// other programs. What comes later wins.
+class HeaderIndex {
+ public:
   HeaderIndex() {
     for (const Column& column : columns) {
-      std::string_view headers = column.headers.substr(1);
-      while (!headers.empty()) {
-        const std::string_view header = popField(headers, "|");
-        exact[std::string(header)] = column.key;
-        lowerCase[lowered(header)] = column.key;
+      for (const std::string& header : readings(column.headers)) {
+        exact_[header] = column.key;
+        lowerCase_[lowered(header)] = column.key;
+      }
+    }
+    for (const Column& column : otherColumns) {
+      for (const std::string& header : readings(column.headers)) {
+        other_[lowered(header)] = column.key;
       }
     }
   }
-  std::unordered_map<std::string, std::string_view> exact;
-  std::unordered_map<std::string, std::string_view> lowerCase;
+
+  std::string_view keyOf(std::string_view headerText) const {
+    const std::string header(headerText);
+    if (const auto found = exact_.find(header); found != exact_.end()) return found->second;
+    for (const Index* index : {&lowerCase_, &other_}) {
+      const auto found = index->find(lowered(trimmed(header)));
+      if (found != index->end()) return found->second;
+    }
+    return {};
+  }
+
+ private:
+  using Index = std::unordered_map<std::string, std::string_view>;
+
+  static std::vector<std::string> readings(std::string_view headers) {
+    std::vector<std::string> texts;
+    const int count = countOccurrences(headers, "|") + 1;
+    for (int i = 0; i < count; ++i) {
+      const std::string_view header = popField(headers, "|");
+      texts.emplace_back(header);
+      texts.push_back(westernReading(header));
+    }
+    return texts;
+  }
+
+  Index exact_;
+  Index lowerCase_;
+  Index other_;
 };
 
-bool isLetterOrDigit(char byte) {
-  const auto c = static_cast<unsigned char>(byte);
-  return std::isalnum(c) != 0 || c >= 0xC0;
-}
-
+// Rows end with the delimiter, unless a spreadsheet wrote them.
 std::string delimiterOf(std::string_view header, std::string_view firstRow) {
-  if (!firstRow.empty()) {
-    const char last = firstRow.back();
-    const bool quote = last == '"' || last == '\'';
-    if (!isLetterOrDigit(last) && !quote && header.find(last) != std::string_view::npos) {
-      return std::string(1, last);
-    }
-  }
-  char best = ';';
-  for (const char candidate : {';', ',', '\t'}) {
-    const auto count = [&](char c) { return std::count(header.begin(), header.end(), c); };
+  const auto count = [&](char c) { return std::count(header.begin(), header.end(), c); };
+  constexpr std::string_view usual = ";,\t";
+  char best = usual.front();
+  for (const char candidate : usual) {
     if (count(candidate) > count(best)) best = candidate;
   }
-  return std::string(1, best);
+  const char last = firstRow.empty() ? best : firstRow.back();
+  const auto byte = static_cast<unsigned char>(last);
+  const bool isUsual = usual.find(last) != std::string_view::npos && count(last) > 0;
+  const bool isSign = byte < 0x80 && std::ispunct(byte) != 0 && last != '"' && last != '\'';
+  return std::string(1, isUsual || (isSign && count(last) > count(best)) ? last : best);
 }
 
 }  // namespace
 
 std::string_view columnKey(std::string_view headerText) {
   static const HeaderIndex index;
-  const auto exact = index.exact.find(std::string(headerText));
-  if (exact != index.exact.end()) return exact->second;
-  const auto similar = index.lowerCase.find(lowered(headerText));
-  return similar == index.lowerCase.end() ? std::string_view() : similar->second;
+  return index.keyOf(headerText);
 }
 
 bool CsvHeader::read(const std::string& path) {
-  columns_.clear();
-  firstField_.clear();
   ScanFile file(path);
   std::string line;
   std::string row;
-  if (!file.readLine(line)) return false;
-  hasRows_ = file.readLine(row);
-  if (line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
-  delimiter_ = delimiterOf(line, row);
-  const std::string header = isUtf8(line) ? line : utf8FromWindows1252(line);
+  if (!file.readLine(line)) {
+    set({}, {});
+    return false;
+  }
+  const bool hasRows = file.readLine(row);
+  set(utf8Text(std::move(line)), row);
+  hasRows_ = hasRows;
+  return true;
+}
 
+void CsvHeader::set(std::string_view header, std::string_view firstRow) {
+  columns_.clear();
+  texts_.clear();
+  hasRows_ = !firstRow.empty();
+  delimiter_ = delimiterOf(header, firstRow);
   CsvFields fields(header, delimiter_);
   std::unordered_set<std::string> seen;
-  for (int position = 0; !fields.atEnd(); ++position) {
-    std::string text = fields.next();
-    if (position == 0) firstField_ = text;
+  while (!fields.atEnd()) {
+    texts_.emplace_back(fields.next());
+    std::string text = texts_.back();
     // A second column of one name is known with an asterisk, further ones not at all.
     if (!seen.insert(text).second && !seen.insert(text += '*').second) continue;
     const std::string_view key = columnKey(text);
-    if (!key.empty()) columns_[key] = position;
+    if (!key.empty()) columns_[key] = noOfColumns() - 1;
   }
-  return true;
+}
+
+std::string_view CsvHeader::layout() const {
+  const std::string_view first = firstField();
+  const bool named = first.size() > 2 && (first.starts_with("OE") || first.starts_with("OS")) &&
+                     first[2] >= '0' && first[2] <= '9';
+  return named ? first : std::string_view();
 }
 
 int CsvHeader::column(std::string_view key) const {
   const auto found = columns_.find(key);
   return found == columns_.end() ? -1 : found->second;
+}
+
+std::string_view CsvHeader::text(int position) const {
+  if (position < 0 || position >= noOfColumns()) return {};
+  return texts_[static_cast<std::size_t>(position)];
 }
 
 }  // namespace larkstone

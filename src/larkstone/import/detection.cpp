@@ -8,6 +8,7 @@
 #include "larkstone/import/csv_columns.hpp"
 #include "larkstone/import/formats.hpp"
 #include "larkstone/import/import.hpp"
+#include "larkstone/import/scan/code_pages.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/scan_file.hpp"
 #include "larkstone/import/scan/text_encoding.hpp"
@@ -55,12 +56,6 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isStartNumberHeader(std::string_view utf8) {
   return std::find(std::begin(startNumberHeaders), std::end(startNumberHeaders), utf8) !=
          std::end(startNumberHeaders);
-}
-
-// "OE0012", "OS0016a", "OE0014_V12": newer exports name their layout there.
-bool isLayoutNumber(std::string_view field) {
-  return field.size() > 2 && (field.starts_with("OE") || field.starts_with("OS")) &&
-         isDigit(field[2]);
 }
 
 bool hasStartNumberHeader(const std::string& path) {
@@ -150,7 +145,8 @@ std::int32_t detectCsv(const FileProbe& probe) {
   if (!probe.tolerant) {
     recognised = hasStartNumberHeader(probe.path);
   } else if (CsvHeader header; header.read(probe.path) && header.hasRows()) {
-    recognised = isStartNumberHeader(header.firstField()) || isLayoutNumber(header.firstField());
+    recognised =
+        isStartNumberHeader(westernReading(header.firstField())) || !header.layout().empty();
   }
   return recognised ? LRKImport::determineSportSoftwareCSVFileFormat(probe.path) : 0;
 }
@@ -257,8 +253,7 @@ std::int32_t LRKImport::determineSportSoftwareCSVFileFormat(const std::string& c
   CsvHeader header;
   if (!header.read(csvFileName)) return LRK_IMPORT_CSV_UNKNOWN;
   // The relay programs name their layout, also where the columns look like those of a single race.
-  const bool relayLayout = isLayoutNumber(header.firstField()) && header.firstField()[1] == 'S';
-  if (relayLayout || header.has("Combination")) return LRK_IMPORT_CSV_OS200X;
+  if (header.layout().starts_with("OS") || header.has("Combination")) return LRK_IMPORT_CSV_OS200X;
   if (header.has("Long")) return LRK_IMPORT_CSV_OE200X;
   if (header.has("Read at")) return LRK_IMPORT_CSV_SIMAN;
   return LRK_IMPORT_CSV_UNKNOWN;

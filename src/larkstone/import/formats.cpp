@@ -7,13 +7,13 @@ namespace larkstone {
 namespace {
 
 constexpr Format splitTimes[] = {
-    {LRK_IMPORT_CSV, detectCsv, nullptr},
+    {LRK_IMPORT_CSV, detectCsv, readCsv},
     {LRK_IMPORT_XML, detectIofXml, readIofXml},
     {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, readSportSoftwareSplits},
     {LRK_IMPORT_OLA_HTML, detectOla, nullptr},
     {LRK_IMPORT_ETIMING_HTML, detectETiming, nullptr},
     {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, nullptr},
-    {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, nullptr},
+    {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, readStandardText},
     {LRK_IMPORT_SOLV_HTML, detectSolv, nullptr},
     {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, nullptr},
 };
@@ -26,9 +26,9 @@ constexpr Format startlists[] = {
 
 constexpr Format byNameOnly[] = {
     {LRK_IMPORT_LRK_LRK3, nullptr, nullptr},
-    {LRK_IMPORT_CSV_OE200X, nullptr, nullptr},
+    {LRK_IMPORT_CSV_OE200X, nullptr, readCsvIndividual},
     {LRK_IMPORT_CSV_OS200X, nullptr, nullptr},
-    {LRK_IMPORT_CSV_SIMAN, nullptr, nullptr},
+    {LRK_IMPORT_CSV_SIMAN, nullptr, readCsvSiMan},
 };
 
 }  // namespace

@@ -8,7 +8,11 @@
 
 namespace larkstone {
 
+std::int32_t readCsv(ReadJob& job);  // any of the three that follow
+std::int32_t readCsvIndividual(ReadJob& job);
+std::int32_t readCsvSiMan(ReadJob& job);
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readSportSoftwareSplits(ReadJob& job);
+std::int32_t readStandardText(ReadJob& job);
 
 }  // namespace larkstone

@@ -1,11 +1,11 @@
 #include "larkstone/import/readers/iof_values.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
 #include "larkstone/core/time.hpp"
+#include "larkstone/import/scan/date_text.hpp"
 
 namespace larkstone {
 
@@ -13,21 +13,6 @@ namespace {
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr auto nowhere = std::string_view::npos;
-
-// Digits from the front of the text, at most nine of them.
-struct Digits {
-  std::int32_t value = 0;
-  std::size_t count = 0;
-};
-Digits takeDigits(std::string_view& text) {
-  Digits digits;
-  while (digits.count < 9 && !text.empty() && isDigit(text.front())) {
-    digits.value = digits.value * 10 + (text.front() - '0');
-    ++digits.count;
-    text.remove_prefix(1);
-  }
-  return digits;
-}
 
 // The digits behind a decimal mark in hundredths, rounded half up; nothing for other characters.
 std::optional<Time> hundredthsOf(std::string_view fraction) {
@@ -62,26 +47,6 @@ bool takeColon(std::string_view& text) {
   if (!text.starts_with(':')) return false;
   text.remove_prefix(1);
   return true;
-}
-
-// The places of year, month and day among the numbers of a date.
-using DateOrder = std::array<std::size_t, 3>;
-constexpr DateOrder isoOrder = {0, 1, 2};
-constexpr DateOrder dayFirst = {2, 1, 0};
-
-std::optional<DateOrder> orderOf(std::string_view format) {
-  constexpr std::array<std::string_view, 3> letters = {"yY", "mM", "dD"};
-  std::array<std::size_t, 3> at{};
-  for (std::size_t i = 0; i < 3; ++i) {
-    at[i] = format.find_first_of(letters[i]);
-    if (at[i] == nowhere) return std::nullopt;
-  }
-  DateOrder order{};
-  for (std::size_t i = 0; i < 3; ++i) {
-    order[i] = static_cast<std::size_t>(
-        std::count_if(at.begin(), at.end(), [&](std::size_t other) { return other < at[i]; }));
-  }
-  return order;
 }
 
 std::string_view countryCode(XmlNode country) {
@@ -169,29 +134,6 @@ Time timeOfDayOf(std::string_view text) {
   text = trimmed(text);
   const bool complete = text.empty() || std::string_view("Zz+-").find(text.front()) != nowhere;
   return complete ? time : LRK_NO_TIME;
-}
-
-std::optional<Date> dateOf(std::string_view text, std::string_view format) {
-  std::array<Digits, 3> parts;
-  std::size_t count = 0;
-  while (count < 3 && !text.empty() && text.front() != 'T') {
-    parts[count] = takeDigits(text);
-    if (parts[count].count > 0) {
-      ++count;
-    } else {
-      text.remove_prefix(1);
-    }
-  }
-  if (count == 0) return std::nullopt;
-  const bool yearFirst = count < 3 || parts[0].count == 4;
-  const DateOrder order = yearFirst ? isoOrder : orderOf(format).value_or(dayFirst);
-  const auto part = [&](std::size_t i) {
-    return order[i] < count ? parts[order[i]] : Digits{1, 2};
-  };
-  if (part(0).count != 4) return std::nullopt;
-  const Date date = dateOf(CalendarDate{part(0).value, part(1).value, part(2).value});
-  if (date == Date{}) return std::nullopt;
-  return date;
 }
 
 Country countryWithin(XmlNode element) {

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "larkstone/core/date.hpp"
 #include "larkstone/core/iof_texts.hpp"
 #include "larkstone/core/types.hpp"
+#include "larkstone/import/scan/date_text.hpp"
 #include "larkstone/platform/xml.hpp"
 
 namespace larkstone {
@@ -33,10 +33,6 @@ Time clockTimeOf(std::string_view text);
 /// The time of day as a date-time writes it, whatever its offset: "2026-05-03T10:00:00.5+02:00";
 /// seconds may be left out, so may the date. LRK_NO_TIME for any other text.
 Time timeOfDayOf(std::string_view text);
-
-/// A date in the order of its format ("DD.MM.YYYY"), without one in ISO order or, where the year
-/// stands last, with the day first. A year alone is its first of January. Nothing for other texts.
-std::optional<Date> dateOf(std::string_view text, std::string_view format = {});
 
 struct Country {
   std::string code;

@@ -121,23 +121,32 @@ bool isPrefixNoCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return lowerByte(x) == lowerByte(y); });
 }
 
-std::string CsvFields::next() {
+std::string_view CsvFields::next() {
   const bool quoted =
       quotesClose_ && !rest_.empty() && (rest_.front() == '"' || rest_.front() == '\'');
   const auto end = quoted ? quotedEnd(rest_, delimiter_) : nowhere;
   if (end == nowhere) {
     // Looked for once a line, or a line of opening quotes would be read again for each of them.
     if (quoted) quotesClose_ = false;
-    return std::string(popField(rest_, delimiter_));
+    return popField(rest_, delimiter_);
   }
-  const char quote = rest_.front();
-  std::string field;
-  for (std::size_t i = 1; i + 1 < end; ++i) {
-    field += rest_[i];
-    if (rest_[i] == quote) ++i;
-  }
+  const std::string_view field = unquoted(rest_.substr(0, end));
   rest_.remove_prefix(std::min(rest_.size(), end + delimiter_.size()));
   return field;
+}
+
+std::string_view CsvFields::unquoted(std::string_view field) {
+  const char quote = field.front();
+  const std::string_view inside = field.substr(1, field.size() - 2);
+  if (inside.find(quote) == nowhere) return inside;
+  // No more than the rest of the line comes behind, so that what was handed out stays in place.
+  if (texts_.empty()) texts_.reserve(rest_.size());
+  const std::size_t begin = texts_.size();
+  for (std::size_t i = 0; i < inside.size(); ++i) {
+    texts_ += inside[i];
+    if (inside[i] == quote) ++i;
+  }
+  return std::string_view(texts_).substr(begin);
 }
 
 }  // namespace larkstone

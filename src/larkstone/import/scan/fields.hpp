@@ -41,13 +41,16 @@ class CsvFields {
       : rest_(line), delimiter_(delimiter) {}
 
   bool atEnd() const { return rest_.empty(); }
-  /// The next field; empty at the end.
-  std::string next();
+  /// The next field; empty at the end. Valid as long as the object.
+  std::string_view next();
 
  private:
+  std::string_view unquoted(std::string_view field);
+
   std::string_view rest_;
   std::string_view delimiter_;
   bool quotesClose_ = true;
+  std::string texts_;  // of fields with doubled quotes, one behind the other; never moved
 };
 
 }  // namespace larkstone

@@ -1,0 +1,205 @@
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "larkstone/import/csv_columns.hpp"
+
+#include "imported.hpp"
+
+namespace larkstone {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(ColumnKeyTest, HeaderTextsOfAllLanguages) {
+  constexpr std::pair<std::string_view, std::string_view> rows[] = {
+      {"Stempel1", "Punch1"},
+      {"Leima1", "Punch1"},
+      {"Zielstempel", "Finish punch"},
+      {"Nom", "Surname"},  // of two rows the last
+      {"Nome", "First name"},
+      {"Ort*", "City*"},
+      {"Namn*", "Cl.name"},
+      {"", "Leg"},
+      {"KURZ", "Short"},
+      {"katnr", "Cl. no."},
+      {"Èíslo èipu", "Chipno"},  // Czech in its own page
+      {"Číslo čipu", "Chipno"},
+      {"TRAŤ", "Course"},
+      {"Tra\xC2\x9D", "Course"},
+      {"Ôèíèø", "Finish"},
+      {"Финиш", "Finish"},
+      {"ÏßÂ·", "Course"},
+      {"线路", "Course"},
+      {"Èip", "Chipno"},
+      {"SIcard", "SI card"},
+      {"Bahn|Course", ""},
+      {"Bah", ""},
+      {"Ort**", ""},
+  };
+  for (const auto& [header, key] : rows) EXPECT_EQ(columnKey(header), key) << header;
+}
+
+class CsvTest : public test::ImportTest {
+ protected:
+  std::int32_t importCsv(std::string_view bytes) {
+    return importer.import(LRK_IMPORT_CSV, event, folder.write("list.csv", bytes));
+  }
+  // The only runner of a list.
+  const LRKRunner& imported(const std::string& bytes) {
+    const int index = event.noOfCategories();
+    EXPECT_EQ(importCsv(bytes), 0) << bytes;
+    category = event.category(index);
+    return category->runner(0);
+  }
+  std::shared_ptr<LRKCategory> category;
+};
+
+constexpr std::string_view individualHeader =
+    "Stnr;SI-Karte;Datenbank Id;Nachname;Vorname;Jg;G;Start;Ziel;Wertung;Club-Nr.;Abk;Ort;Nat;"
+    "KatNr;Kurz;Lang;Text3;Ort;Bahn;km;Bahn Posten;Pl;Startstempel;Zielstempel;Posten1;Stempel1;\n";
+
+TEST_F(CsvTest, AnIndividualRowGivesARunnerWithEveryField) {
+  importer.master("Ann");
+  const std::string row =
+      "7;12345;99;\"\xD6"
+      "berg \"\"O\"\";x\";'\xC5sa';04;D;10:00;25:30;4;12;OK;Syd;SWE;"
+      "3;D21;Damen 21;17;Lund;A;5,2;3;1;;;31;5:00;33;-----;F1;12:34;99;1:00;\r\n";
+  const std::string bytes = std::string(individualHeader) + row;
+  EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, folder.write("a.csv", bytes), 100), 0);
+  EXPECT_EQ(event.importedFrom() + "," + event.createdBy(), "OE200x,Ann");
+  EXPECT_EQ(test::setProperties(*event.category(0)),
+            "ID=3 shortName=D21 courseLength=520000 ");
+  EXPECT_EQ(test::setProperties(runner(0, 0)),
+            "ID=99 cCardID=12345 firstName=Åsa lastName=Öberg \"O\";x clubID=12 club=OK Syd "
+            "clubCountry=SWE rankingPosition=17 gender=2 birthDate=2004-01-01 birthDateFormat=YYYY "
+            "courseName=A courseLength=520000 ");
+  EXPECT_EQ(runner(0, 0).status(), estaDisqualified);
+  // The zero time of a second; 5:00 and 12:34 after the start at 10:01.
+  EXPECT_EQ(test::textOf(runner(0, 0).punches()), "S 60100, 31 90100, 33 -, 0 135500, F 153100");
+  EXPECT_THAT(told, ElementsAre("no control code \"F1\""));
+  EXPECT_EQ(notes[0].where, "line 2 \"Åsa Öberg \"O\";x\"");
+}
+
+TEST_F(CsvTest, FieldsOfIndividualRows) {
+  struct Row {
+    int line;
+    std::string header, field;
+    std::string_view properties;
+    std::string_view note;
+  };
+  const Row rows[] = {
+      {__LINE__, "YB", "54", "birthDate=1954-01-01 birthDateFormat=YYYY ", ""},
+      {__LINE__, "YB", "1987", "birthDate=1987-01-01 birthDateFormat=YYYY ", ""},
+      {__LINE__, "YB", "7", "birthDateFormat=YYYY ", ""},
+      {__LINE__, "YB", "M21", "", "unreadable year of birth \"M21\""},
+      {__LINE__, "km", "1.15", "courseLength=115000 ", ""},
+      {__LINE__, "km", "5200", "courseLength=520000 ", ""},
+      {__LINE__, "km", "99999999", "courseLength=2147483647 ", ""},
+      {__LINE__, "km", "2.ruj", "", "unreadable course length \"2.ruj\""},
+      {__LINE__, "km", "0", "", ""},
+      {__LINE__, "S", "Ж", "gender=2 ", ""},
+      {__LINE__, "S", "x", "gender=0 ", ""},
+      {__LINE__, "Chipno", "4294967296", "", "unreadable card number \"4294967296\""},
+      {__LINE__, "Chip", "\"\"", "", ""},
+      {__LINE__, "Name", "Bo \"B\"", "name=Bo \"B\" ", ""},
+      {__LINE__, "Club", "OK Syd", "club=OK Syd ", ""},  // where no city has it
+      {__LINE__, "Text3", "70000", "rankingPosition=32767 ", ""},
+      {__LINE__, "Database Id", "a\"", "", "unreadable database id \"a\"\""},
+      {__LINE__, "Classifier", "6", "", "unknown classifier \"6\""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    const std::string bytes = "OE0012;Long;" + row.header + ";\n;A;" + row.field + ";\n";
+    EXPECT_EQ(test::setProperties(imported(bytes)), row.properties);
+    EXPECT_EQ(imported(bytes).status(), estaUnknown);
+    EXPECT_EQ(told.empty() ? "" : told.front(), row.note);
+    told.clear();
+  }
+  constexpr enmStatus statuses[] = {estaOK,       estaDidNotStart,  estaDidNotFinish,
+                                    estaMisPunch, estaDisqualified, estaOverTime};
+  for (int i = 0; i < 6; ++i) {
+    const std::string bytes = "OE0012;Long;Wertung;\n;A;" + std::to_string(i) + ";\n";
+    EXPECT_EQ(imported(bytes).status(), statuses[i]);
+  }
+}
+
+TEST_F(CsvTest, TimesAndPunchesOfIndividualRows) {
+  const std::string head = "Stno;Start;Finish;Long;Course controls;Pl;Start punch;Finish punch;";
+  const std::string pairs = head + "Control1;Punch1;Control2;Punch2;\n;";
+  const std::string groups =
+      "OE0016;Start;Finish;Long;Course controls;Place;No1;Control1;Punch1;"
+      "Pl1;No2;Control2;Punch2;Pl2;\n;";
+  struct Row {
+    int line;
+    std::string bytes;
+    std::string_view punches, extra, note;
+  };
+  const Row rows[] = {
+      {__LINE__, pairs + "1:00;203:55;A;2;;;;31;0:30;99;1:02:03;",
+       "S 6000, 31 9000, 99 378300, F 1223500", "", ""},
+      {__LINE__, pairs + ";5:00;A;1;;;;31;0:30;32;1:00;", "S 0, 31 3000, F 30000", "", ""},
+      {__LINE__, pairs + "1:00;;A;2;;;;;;31;0:30;;;;", "S 6000, 31 9000, F -", "", ""},
+      {__LINE__, pairs + "1:00;;A;x;;;;31;0:30;32;", "S 6000, F -", "31 9000, 32 -", ""},
+      {__LINE__, pairs + "1:00;;A;5000000;;;;31;0:30;", "S 6000, 31 9000, F -", "",
+       "fewer punches than the course has controls \"5000000\""},
+      {__LINE__, pairs + "1:00;2:00;A;9;;;;;", "S 6000, F 12000", "", ""},
+      {__LINE__, pairs + "1:00;2:00;A;-1;;;;31;1:00;", "S 6000, F 12000", "", ""},
+      {__LINE__, pairs + "??;-;A;1;;;;32740;1:-2;", "S 0, 0 -, F -", "",
+       "unreadable start time \"??\""},
+      {__LINE__, groups + "1:00;9:00;A;17;1;8;326;;;12;323;4:00;1;",
+       "S 6000, 326 -, 323 30000, F 54000", "", ""},
+      {__LINE__, groups + "1:00;;A;17;1;8;326;2:00;1;;999;4:00;1;;;;;",
+       "S 6000, 326 18000, F 30000", "", ""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    const LRKRunner& runner = imported(row.bytes);
+    EXPECT_EQ(test::textOf(runner.punches()), row.punches);
+    EXPECT_EQ(test::textOf(runner.extraPunches()), row.extra);
+    EXPECT_EQ(told.empty() ? "" : told.front(), row.note);
+    told.clear();
+  }
+}
+
+TEST_F(CsvTest, CategoriesAreRunsOfRowsAndBrokenRowsCostThemselves) {
+  using namespace std::string_literals;
+  const std::string rows =
+      "Stno;Name;Kurz;Lang;Wertung;km;Bahn Posten;;;;;Stempel1;\n"
+      ";1;a;A;0;1.234;\n;2;b;B;\n\n;;;;;\n;only\n;3;a;;0\n;4;a;A;0;1.235;\r;5\0;a;A;0;1.256;\n"s;
+  EXPECT_EQ(importCsv(rows), 0);
+  EXPECT_THAT(test::categoryNames(event), ElementsAre("A", "B", "a", "A"));
+  EXPECT_EQ(runner(3, 1).name(), "5");
+  EXPECT_EQ(event.category(3)->courseLength(), 124000);  // of 1.235 and 1.256 km
+  EXPECT_THAT(told, ElementsAre("too few fields"));
+  EXPECT_EQ(notes[0].where, "line 6");
+  for (const char* const bytes :
+       {"", "\n\n", "Stno;Lang;\n;A;", "Stno;Punch1;\n;1;", "a;Read at;\n1;"}) {
+    EXPECT_EQ(importCsv(bytes), LRK_IMPORT_CSV_INVALID_FORMAT) << bytes;
+    EXPECT_EQ(importer.importSIManCSV(event, folder / "list.csv"), LRK_IMPORT_CSV_INVALID_FORMAT);
+    EXPECT_EQ(importer.importOE200xCSV(event, folder / "list.csv"), LRK_IMPORT_CSV_INVALID_FORMAT);
+  }
+  EXPECT_EQ(event.noOfCategories(), 4);
+}
+
+TEST_F(CsvTest, SiManCardsAreGroupedByTheirControls) {
+  EXPECT_EQ(
+      importCsv("No,SI-Karte,Gelesen um,Name,Startstempel,Zielstempel,Verein,Posten1,Stempel1,\n"
+                "1,7,x,Eva,9:00:00,9:10:00,OK,32,9:05:00,\n"
+                "2,8,x,Bo,9:00:00,,OK,31,9:04:00,33,9:05:00,\n"
+                "3,9,x,Al,,9:09:00,,32,?,,\n"),
+      0);
+  EXPECT_EQ(event.importedFrom(), "SIMan");
+  EXPECT_THAT(test::categoryNames(event),
+              ElementsAre("Course 1 (2 controls)", "Course 2 (1 controls)"));
+  EXPECT_EQ(test::textOf(runner(0, 0).punches()), "S 3240000, 31 3264000, 33 3270000, F -");
+  EXPECT_EQ(test::setProperties(runner(1, 0)), "cCardID=7 name=Eva club=OK ");
+  EXPECT_EQ(test::textOf(runner(1, 1).punches()), "S 0, 32 -, F 3294000");
+  EXPECT_EQ(runner(1, 0).status(), estaOK);
+  EXPECT_EQ(runner(1, 1).status(), estaDidNotFinish);
+  EXPECT_EQ(runner(0, 0).status(), estaDidNotFinish);
+}
+
+}  // namespace
+}  // namespace larkstone
