@@ -13,6 +13,8 @@ std::int32_t readCsvIndividual(ReadJob& job);
 std::int32_t readCsvSiMan(ReadJob& job);
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readSportSoftwareSplits(ReadJob& job);
+std::int32_t readOlaHtml(ReadJob& job);
+std::int32_t readETimingHtml(ReadJob& job);
 std::int32_t readStandardText(ReadJob& job);
 
 }  // namespace larkstone

@@ -72,6 +72,10 @@ struct ControlColumn {
 /// column on; nothing for a line of another kind.
 std::vector<ControlColumn> controlsOf(std::string_view line, std::size_t from = 0);
 
+/// How many controls a runner gets at least where the times of so many are missing altogether.
+/// Beyond, a course is only as long as its lines: a short line says nothing about a long row.
+inline constexpr int mostControlsWithoutTimes = 100;
+
 /// The line above a class.
 struct ClassLine {
   std::string name;

@@ -19,7 +19,6 @@
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/split_list.hpp"
 #include "larkstone/import/scan/fields.hpp"
-#include "larkstone/import/scan/html_text.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
 
 namespace larkstone {
@@ -114,6 +113,7 @@ class SplitsReader {
     std::size_t time = 0;
     std::size_t leg = 0;
     for (const ControlColumn& control : controls) {
+      if (control.end > timesLine.size() + 1 && noOfControls_ >= mostControlsWithoutTimes) break;
       const auto found = TimesRow::find(row.times, control.end, time);
       const auto below = TimesRow::find(row.legs, control.end, leg);
       if (found != nowhere) row.used[found] = true;
@@ -148,7 +148,7 @@ class SplitsReader {
   Time read(std::string_view text, Time before, std::string_view leg) {
     if (isMissing(text)) return LRK_NO_TIME;
     const Time time = timeOf(text);
-    if (isDisq(time)) {
+    if (isDisq(time) || time < 0) {
       notes_("unreadable time", text);
       return LRK_NO_TIME;
     }
@@ -370,17 +370,6 @@ std::string programOf(std::string_view page, bool isHtml) {
   return (found ? utf8FromWindows1252(program) : "SportSoftware") + (isHtml ? " HTML" : " text");
 }
 
-// With single blanks, as a heading that the browser has broken is meant.
-std::string headingText(std::string_view html) {
-  std::string text;
-  std::string plain = htmlToText(html);
-  std::replace_if(
-      plain.begin(), plain.end(), [](char c) { return c == '\n' || c == '\t' || c == '\xA0'; },
-      ' ');
-  for (const Word& word : wordsOf(plain)) text.append(text.empty() ? "" : " ").append(word.text);
-  return text;
-}
-
 // The title is "Event - Split times" or the other way round; the event alone is the first bold
 // text. A plain list begins with it, at the same height as the date.
 std::string eventNameOf(std::string_view page, bool isHtml) {
@@ -390,11 +379,11 @@ std::string eventNameOf(std::string_view page, bool isHtml) {
   }
   std::string_view rest = page;
   removeThroughNoCase(rest, "<title>");
-  const std::string title = headingText(popFieldNoCase(rest, "</title>"));
+  const std::string title = lineText(popFieldNoCase(rest, "</title>"));
   removeThroughNoCase(rest, "<b>");
-  const std::string bold = headingText(popFieldNoCase(rest, "</b>"));
+  const std::string bold = lineText(popFieldNoCase(rest, "</b>"));
   const bool isPart = !bold.empty() && title.find(bold) != nowhere;
-  return utf8FromWindows1252(isPart ? bold : title.substr(0, title.rfind(" - ")));
+  return isPart ? bold : title.substr(0, title.rfind(" - "));
 }
 
 }  // namespace
@@ -406,7 +395,7 @@ std::int32_t readSportSoftwareSplits(ReadJob& job) {
   }
   const std::string_view page = file.text();
   const bool isHtml = hasPreformattedBlock(page);
-  const bool isTable = !isHtml && textBeforeNoCase(page, "<table").size() < page.size();
+  const bool isTable = !isHtml && occursIn(page, "<table");
   const bool isNamed = detectSportSoftwareSplits({job.fileName, true}) != 0 && !isTable;
   SplitList list(job, file, isNamed);
   if (!list.valid()) return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;

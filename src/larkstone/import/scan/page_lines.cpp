@@ -17,14 +17,14 @@ constexpr char hardBlank = '\xA0';
 // Takes lines off a page, whose line ends count only outside of tags.
 class LineCutter {
  public:
-  explicit LineCutter(std::string_view page) : page_(page) {}
+  explicit LineCutter(std::string_view page) : counter_(page) {}
 
   // The lines of a block of the page.
   void cut(std::string_view block, std::vector<PageLine>& lines) {
     closable_ = true;
     while (!block.empty()) {
       const std::size_t end = lineEnd(block);
-      const int number = numberOf(block.data());
+      const int number = counter_.lineOf(block);
       std::string text = htmlToText(block.substr(0, end));
       std::replace(text.begin(), text.end(), hardBlank, ' ');
       if (!trimmed(text).empty()) lines.push_back({number, std::move(text)});
@@ -46,28 +46,24 @@ class LineCutter {
     }
   }
 
-  int numberOf(const char* position) {
-    const char* const counted = page_.data() + counted_;
-    number_ += static_cast<int>(std::count(counted, position, '\n'));
-    counted_ = static_cast<std::size_t>(position - page_.data());
-    return number_;
-  }
-
-  std::string_view page_;
-  std::size_t counted_ = 0;
-  int number_ = 1;
+  LineCounter counter_;
   bool closable_ = true;
 };
 
 }  // namespace
 
+int LineCounter::lineOf(std::string_view text) {
+  if (text.data() > counted_) {
+    line_ += static_cast<int>(std::count(counted_, text.data(), '\n'));
+    counted_ = text.data();
+  }
+  return line_;
+}
+
 std::vector<PageLine> pageLines(std::string_view page) {
+  if (!hasPreformattedBlock(page)) return plainLines(page);
   std::vector<PageLine> lines;
   LineCutter cutter(page);
-  if (!hasPreformattedBlock(page)) {
-    cutter.cut(page, lines);
-    return lines;
-  }
   for (std::string_view rest = page; !rest.empty();) {
     removeThroughNoCase(rest, "<pre");
     std::string_view block = popFieldNoCase(rest, "</pre");
@@ -77,8 +73,26 @@ std::vector<PageLine> pageLines(std::string_view page) {
   return lines;
 }
 
-bool hasPreformattedBlock(std::string_view page) {
-  return textBeforeNoCase(page, "<pre").size() < page.size();
+std::vector<PageLine> plainLines(std::string_view part) {
+  std::vector<PageLine> lines;
+  LineCutter(part).cut(part, lines);
+  return lines;
+}
+
+bool occursIn(std::string_view page, std::string_view lowerCase) {
+  return textBeforeNoCase(page, lowerCase).size() < page.size();
+}
+
+bool hasPreformattedBlock(std::string_view page) { return occursIn(page, "<pre"); }
+
+std::string lineText(std::string_view html) {
+  std::string plain = htmlToText(html);
+  std::replace_if(
+      plain.begin(), plain.end(), [](char c) { return c == '\n' || c == '\t' || c == hardBlank; },
+      ' ');
+  std::string text;
+  for (const Word& word : wordsOf(plain)) text.append(text.empty() ? "" : " ").append(word.text);
+  return utf8FromWindows1252(text);
 }
 
 std::vector<Word> wordsOf(std::string_view line, std::size_t from) {
