@@ -8,7 +8,7 @@
 //   <table> ... </table>
 //   <pre>
 //                          1(101)   2(102)   F
-//   <b>  1 Bell, Ann                   32:01    OK North</b>          the club from column 45
+//   <b>  1 Bell, Ann                   32:01       OK North</b>      the club from column 45 on
 //                            3:38    5:57  32:01
 //                            3:38    2:19  26:04
 //   </pre>
@@ -159,7 +159,8 @@ class ETimingReader {
   // finish alone.
   bool readControls(std::string_view line) {
     const std::vector<ControlColumn> row = controlsOf(line);
-    if (row.empty() || (row.front().isFinish && controls_.empty())) return false;
+    const bool isComplete = !controls_.empty() && controls_.back().isFinish;
+    if (row.empty() || isComplete || (row.front().isFinish && controls_.empty())) return false;
     controls_.insert(controls_.end(), row.begin(), row.end());
     return true;
   }

@@ -56,15 +56,18 @@ struct LengthText {
   Length length;
 };
 
-// The last number before the unit; behind the length come only climb and controls.
+// The first number before the unit, behind the name and the count of runners.
 std::optional<LengthText> lengthOf(const std::vector<Word>& words, std::string_view unit,
                                    double centimetres) {
-  for (std::size_t i = words.size(); i > 1; --i) {
-    if (lowered1252(words[i - 1].text) != unit) continue;
-    const Word& number = words[i - 2];
+  std::size_t from = 1;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    if (words[i].text.starts_with('(')) from = i + 1;
+  }
+  for (std::size_t i = from; i + 1 < words.size(); ++i) {
+    const Word& number = words[i];
     const auto value = wholeNumber(number.text);
-    if (value && *value >= 0)
-      return LengthText{number.begin(), roundHalfEven(*value * centimetres)};
+    if (!value || *value < 0 || lowered1252(words[i + 1].text) != unit) continue;
+    return LengthText{number.begin(), roundHalfEven(*value * centimetres)};
   }
   return std::nullopt;
 }

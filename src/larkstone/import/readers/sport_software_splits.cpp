@@ -200,7 +200,8 @@ class SplitList {
       if (done > 0 && !run_.progress(lines_[at_ - 1].number, fileLines_)) return run_.code();
       if (const auto classLine = classLineOf(lineAt(at_), lineAt(at_ + 1))) {
         readClass(*classLine);
-      } else if (run_.hasCategory() && columns_ && columns_->isRunner(lineAt(at_))) {
+      } else if (run_.hasCategory() && columns_ && trimmed(lineAt(at_)) != header_ &&
+                 columns_->isRunner(lineAt(at_))) {
         readRunner();
       } else {
         skipLine();
