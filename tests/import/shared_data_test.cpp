@@ -17,6 +17,7 @@ struct Fact {
   int categories;
   int runners;
   int punches;  // without start and finish, with additional ones
+  enmImportConstants format = LRK_IMPORT_AUTO;
 };
 constexpr Fact facts[] = {
     {"iof_xml_2/20130508_200904_emma.xml", 0, 23, 377, 542},
@@ -27,9 +28,21 @@ constexpr Fact facts[] = {
     {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
+    {"lookalikes/online_splits_table.html", 9, 0, 0, 0},
+    {"sportsoftware_splits/132.html", 0, 2, 103, 1204},
+    {"sportsoftware_splits/46.html", 0, 1, 25, 300},
+    {"sportsoftware_splits/79.txt", 0, 10, 157, 1749},
+    {"sportsoftware_splits/LangdonHills.html", 0, 8, 168, 2542},
+    {"sportsoftware_splits/aus.html", 0, 2, 63, 1669},
+    {"sportsoftware_splits/czech.html", 0, 23, 507, 8068},
+    {"sportsoftware_splits/frenchNosClub.html", 0, 24, 352, 4114},
+    {"sportsoftware_splits/german.html", 0, 12, 112, 1465, LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT},
+    {"sportsoftware_splits/jok.html", 0, 4, 322, 3011},
+    {"sportsoftware_splits/missinghour.html", 0, 61, 638, 13429},
+    {"sportsoftware_splits/missingTimes.html", 0, 8, 87, 1358},
 };
 
-TEST(SharedDataTest, IofXmlListsHoldWhatWasCounted) {
+TEST(SharedDataTest, ListsHoldWhatWasCounted) {
   const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
   if (data == nullptr) GTEST_SKIP() << "no shared data";
   const test::TempFolder folder;
@@ -40,7 +53,7 @@ TEST(SharedDataTest, IofXmlListsHoldWhatWasCounted) {
     ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
     LRKImport importer;
     const std::string file = std::string(data) + "/" + std::string(fact.file);
-    EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), fact.code);
+    EXPECT_EQ(importer.import(fact.format, event, file), fact.code);
     EXPECT_EQ(event.noOfCategories(), fact.categories);
     int runners = 0;
     int punches = 0;
