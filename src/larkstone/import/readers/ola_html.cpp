@@ -185,7 +185,7 @@ class OlaReader {
       if (position <= known) {
         const std::string& text = grid.times[static_cast<std::size_t>(position - 1)];
         time = stringToTime(textBefore(text, " "), etacAuto, true);  // a place may follow
-        if (isDisq(time) && text.find_first_not_of("-") != std::string::npos) {
+        if (isDisq(time) && text.find_first_not_of('-') != std::string::npos) {
           notes("unreadable time", text);
         }
       }

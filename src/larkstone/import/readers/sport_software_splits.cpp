@@ -18,6 +18,7 @@
 #include "larkstone/import/reader_run.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/split_list.hpp"
+#include "larkstone/import/readers/split_times.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
 
@@ -26,7 +27,6 @@ namespace larkstone {
 namespace {
 
 constexpr auto nowhere = std::string_view::npos;
-constexpr Code firstUnknownCode = 31;
 
 struct StatusWord {
   std::string_view word;
@@ -35,20 +35,10 @@ struct StatusWord {
 
 // The keys of the table of columns, then the words that only these lists have.
 constexpr StatusWord statusWords[] = {
-    {"dns", estaDidNotStart},
-    {"dnf", estaDidNotFinish},
-    {"mp", estaMisPunch},
-    {"disq", estaDisqualified},
-    {"n ang", estaDidNotStart},
-    {"aufg", estaDidNotFinish},
-    {"fehlst", estaMisPunch},
-    {"pm", estaMisPunch},
-    {"disqu", estaDisqualified},
-    {"disk", estaDisqualified},
-    {"zeit\xFC"
-     "b",
-     estaOverTime},
-    {"zeit\xFC", estaOverTime},
+    {"dns", estaDidNotStart},   {"dnf", estaDidNotFinish},  {"mp", estaMisPunch},
+    {"disq", estaDisqualified}, {"n ang", estaDidNotStart}, {"aufg", estaDidNotFinish},
+    {"fehlst", estaMisPunch},   {"pm", estaMisPunch},       {"disqu", estaDisqualified},
+    {"disk", estaDisqualified}, {"zeitüb", estaOverTime},   {"zeitü", estaOverTime},
 };
 
 std::optional<enmStatus> statusOf(std::string_view word) {
@@ -58,142 +48,22 @@ std::optional<enmStatus> statusOf(std::string_view word) {
   return std::nullopt;
 }
 
-// "-----" where a punch is missing; "0.00" where a control was counted without a time.
-bool isMissing(std::string_view time) {
-  return time == "0.00" || time.find_first_not_of('-') == nowhere;
-}
-
-// "05:11" of ":05:11": the list has cut off the hour.
-bool isCut(std::string_view time) { return time.starts_with(':'); }
-
-Time timeOf(std::string_view text) {
-  if (isCut(text)) text.remove_prefix(1);
-  return isTimeText(text) ? stringToTime(text, etacAuto, true) : LRK_NO_TIME;
-}
-
-// The hours that were cut off: at least one, and as many as the order of the times and the time of
-// the leg ask for.
-Time withHours(Time cut, Time before, std::string_view legTime) {
-  constexpr Time hour = 360000;
-  const Time leg = isMissing(legTime) ? LRK_NO_TIME : timeOf(legTime);
-  const Time least = before + (isDisq(leg) ? 0 : leg + (isCut(legTime) ? hour : 0));
-  const Time missing = std::max(least - cut, hour);
-  return cut + (missing + hour - 1) / hour * hour;
-}
-
-// A row of times and what stands below them: leg times, or the controls "*100" of extra punches.
-struct TimesRow {
-  TimesRow(std::string_view timesLine, std::string_view legsLine, std::size_t from)
-      : times(wordsOf(timesLine, from)), legs(wordsOf(legsLine, from)), used(times.size()) {
-    for (std::size_t i = 1; i < times.size(); ++i) {  // time behind and rank "0:09 (3)"
-      if (times[i].text.starts_with('(')) used[i - 1] = used[i] = true;
-    }
-  }
-
-  // The first word at or behind position `at` that ends at the column, or one beside it.
-  static std::size_t find(const std::vector<Word>& words, std::size_t column, std::size_t& at) {
-    while (at < words.size() && words[at].end + 1 < column) ++at;
-    return at < words.size() && words[at].end <= column + 1 ? at : nowhere;
-  }
-
-  std::vector<Word> times;
-  std::vector<Word> legs;
-  std::vector<bool> used;
-};
-
-// Reads a runner's rows.
-class SplitsReader {
- public:
-  SplitsReader(LRKRunner& runner, const LineNotes& notes, std::size_t timeEnd)
-      : runner_(runner), notes_(notes), timeEnd_(timeEnd) {}
-
-  void read(const std::vector<ControlColumn>& controls, std::string_view timesLine,
-            std::string_view legsLine) {
-    TimesRow row(timesLine, legsLine, timeEnd_);
-    std::size_t time = 0;
-    std::size_t leg = 0;
-    for (const ControlColumn& control : controls) {
-      if (control.end > timesLine.size() + 1 && noOfControls_ >= mostControlsWithoutTimes) break;
-      const auto found = TimesRow::find(row.times, control.end, time);
-      const auto below = TimesRow::find(row.legs, control.end, leg);
-      if (found != nowhere) row.used[found] = true;
-      add(control, found == nowhere ? "-" : row.times[found].text,
-          below == nowhere ? "-" : row.legs[below].text);
-    }
-    readExtraPunches(row);
-    for (std::size_t i = 0; i < row.times.size(); ++i) {
-      if (!row.used[i]) notes_("time without a control", row.times[i].text);
-    }
-  }
-
-  // The finish; a list without its column has the result only.
-  void finish(std::string_view result) {
-    if (isDisq(finish_) && !isMissing(result)) finish_ = timeOf(result);
-    runner_.finishTime(finish_);
-  }
-
- private:
-  void add(const ControlColumn& control, std::string_view text, std::string_view leg) {
-    const Time time = read(text, last_, leg);
-    if (!isDisq(time)) last_ = time;
-    if (control.isFinish) {
-      finish_ = time;
-      return;
-    }
-    ++noOfControls_;
-    const int unknown = std::min(firstUnknownCode + noOfControls_ - 1, LRK_START_CODE - 1);
-    runner_.punches().add(time, control.code == 0 ? static_cast<Code>(unknown) : control.code);
-  }
-
-  Time read(std::string_view text, Time before, std::string_view leg) {
-    if (isMissing(text)) return LRK_NO_TIME;
-    const Time time = timeOf(text);
-    if (isDisq(time) || time < 0) {
-      notes_("unreadable time", text);
-      return LRK_NO_TIME;
-    }
-    return isCut(text) ? clampedTime(withHours(time, before, leg)) : time;
-  }
-
-  // What no control's column claims are extra punches, as many as there are controls below.
-  void readExtraPunches(TimesRow& row) {
-    std::size_t at = 0;
-    for (const Word& word : row.legs) {
-      if (!word.text.starts_with('*')) continue;
-      while (at < row.times.size() && row.used[at]) ++at;
-      const auto code = wholeNumber(word.text.substr(1));
-      if (at == row.times.size() || !code || *code < 0 || *code >= LRK_START_CODE) {
-        notes_("unreadable extra punch", word.text);
-        continue;
-      }
-      const std::string_view text = row.times[at].text;
-      row.used[at] = true;
-      const Time time = read(text, lastExtra_, "-");
-      if (!isDisq(time)) lastExtra_ = time;
-      runner_.extraPunches().add(time, static_cast<Code>(*code));
-    }
-  }
-
-  LRKRunner& runner_;
-  const LineNotes& notes_;
-  std::size_t timeEnd_;
-  Time last_ = 0;
-  Time lastExtra_ = 0;
-  Time finish_ = LRK_NO_TIME;
-  int noOfControls_ = 0;
-};
-
 class SplitList {
  public:
-  SplitList(ReadJob& job, const TextLines& file, bool isNamed)
+  // The header line of a page is its first; above that of a plain list stand the event and the
+  // program.
+  SplitList(ReadJob& job, const TextLines& file, bool isHtml)
       : job_(job), run_(job), fileLines_(file.count()), lines_(pageLines(file.text())) {
-    const std::string_view first = lineAt(0);
-    columns_ = columnsOfHeader(first);
-    valid_ = isNamed || isKnownHeader(first);
-    if (columns_) header_ = trimmed(first);
+    constexpr std::size_t mostLinesAbove = 10;
+    std::size_t at = 0;
+    while (at < mostLinesAbove && at < lines_.size() && !isKnownHeader(lineAt(at))) ++at;
+    hasKnownHeader_ = isKnownHeader(lineAt(at));
+    if (!hasKnownHeader_) at = 0;
+    if (hasKnownHeader_ || isHtml) columns_ = columnsOfHeader(lineAt(at));
+    if (columns_) header_ = trimmed(lineAt(at));
   }
 
-  bool valid() const { return valid_; }
+  bool hasKnownHeader() const { return hasKnownHeader_; }
 
   std::int32_t read(const std::string& importedFrom) {
     for (std::size_t done = 0; at_ < lines_.size(); ++done) {
@@ -244,7 +114,7 @@ class SplitList {
     LRKRunner runner;
     const LineNotes notes(job_.session, lines_[at_].number, &runner);
     readPerson(runner, first, notes);
-    SplitsReader splits(runner, notes, columns_->timeEnd);
+    SplitReader splits(runner, notes, columns_->timeEnd);
     runner.startTime(0);
     const std::vector<ControlColumn> ownControls = controlsOf(first, columns_->timeEnd);
     if (ownControls.empty()) {
@@ -275,12 +145,12 @@ class SplitList {
 
   static void readStatus(std::string_view result, LRKRunner& runner, const LineNotes& notes) {
     runner.status(estaUnknown);
-    if (isTimeText(result) && !isDisq(timeOf(result))) {
+    if (isTimeText(result) && !isDisq(splitTime(result))) {
       runner.status(estaOK);
       return;
     }
     const std::string text = utf8FromWindows1252(result);
-    auto status = statusOf(lowered1252(result));
+    auto status = statusOf(lowered(text));
     if (!status) status = statusOf(columnKey(text));
     if (status) {
       runner.status(*status);
@@ -300,7 +170,7 @@ class SplitList {
     const std::string_view line = lineAt(at_);
     if (withClub ? !isSecond(line) : line.empty() || !columns_->isContinuation(line)) return {};
     const std::vector<Word> words = wordsOf(times, columns_->timeEnd);
-    const auto missing = [](const Word& word) { return isMissing(word.text); };
+    const auto missing = [](const Word& word) { return isMissingSplit(word.text); };
     const bool blank = std::all_of(words.begin(), words.end(), missing);
     if (blank && columns_->isContinuation(line)) return {};
     ++at_;
@@ -312,7 +182,7 @@ class SplitList {
     return !line.empty() && columns_->isContinuation(line);
   }
 
-  void readRows(std::string_view times, SplitsReader& splits) {
+  void readRows(std::string_view times, SplitReader& splits) {
     static const std::vector<ControlColumn> none;
     ++at_;
     std::string_view legs = takeLegs(times, true);
@@ -325,7 +195,7 @@ class SplitList {
   }
 
   // A course of the runner's own: the controls stand beside the name, the times beside the club.
-  void readOwnCourse(std::vector<ControlColumn> controls, SplitsReader& splits) {
+  void readOwnCourse(std::vector<ControlColumn> controls, SplitReader& splits) {
     ++at_;
     bool withClub = true;
     do {
@@ -347,7 +217,7 @@ class SplitList {
   std::vector<PageLine> lines_;
   std::size_t at_ = 0;
   std::string_view header_;
-  bool valid_ = false;
+  bool hasKnownHeader_ = false;
   std::optional<SplitListColumns> columns_;
   std::vector<std::vector<ControlColumn>> controls_;
 };
@@ -398,8 +268,8 @@ std::int32_t readSportSoftwareSplits(ReadJob& job) {
   const bool isHtml = hasPreformattedBlock(page);
   const bool isTable = !isHtml && occursIn(page, "<table");
   const bool isNamed = detectSportSoftwareSplits({job.fileName, true}) != 0 && !isTable;
-  SplitList list(job, file, isNamed);
-  if (!list.valid()) return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;
+  SplitList list(job, file, isHtml);
+  if (!isNamed && !list.hasKnownHeader()) return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;
   job.event.name(eventNameOf(page, isHtml));
   return list.read(programOf(page, isHtml));
 }
