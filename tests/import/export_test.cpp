@@ -32,6 +32,22 @@ std::string described(LRKEvent& event) {
   return text;
 }
 
+// What individual results do not tell: who ran in which team. Their names are in parts.
+void forgetTeams(LRKEvent& event) {
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    LRKCategory category = *event.category(i);
+    category.noOfRelayLegsSet(false);
+    for (int k = 0; k < category.noOfRunners(); ++k) {
+      LRKRunner& runner = category.runner(k);
+      runner.relayLegSet(false);
+      runner.relayTeamSet(false);
+      runner.relayTeamIDSet(false);
+      if (runner.nameSet()) runner.firstName(runner.name());
+    }
+    event.category(i, category);
+  }
+}
+
 class ExportRoundTripTest : public ImportTest {
  protected:
   // Imports what an export of the event gives.
@@ -125,6 +141,7 @@ TEST_F(ExportRoundTripTest, RealListsComeBackUnchanged) {
     SCOPED_TRACE(file.path());
     ASSERT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
     EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file.path().string()), 0);
+    forgetTeams(event);
     LRKEvent back;
     roundTrip(back);
     EXPECT_EQ(described(back), described(event));

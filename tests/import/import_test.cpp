@@ -72,6 +72,61 @@ TEST_F(DriverTest, CancelInTheSecondClassKeepsTheFirst) {
   EXPECT_THAT(categoryNames(event), ElementsAre("A", "D", "E", "G"));
 }
 
+TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
+  const std::string relayHead =
+      "OS0012;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;"
+      "A;B;C;D;E;Xtra1;\n;";
+  const auto relayRow = [](const std::string& name) {
+    return "7;;;;;;;;;;;;;;;;;;;" + name + ";;;;;;;;;;;0;1;1;Ek;Ed;;;0:00;9:00;\n;";
+  };
+  const std::string lists[] = {
+      listOf({"A", "B", "C"}),
+      "Larkstone Standard Text Format\nE\n\n\nA\n1\nEva\nBo\n\nB\n1\nAl\n\n\nC\n1\nDi",
+      "OE0012;Name;Long;\n;1;A;\n;2;A;\n;3;B;\n;4;C;\n",
+      "Stno;Read at;Name;Verein;Posten1;Stempel1;\n;;1;;31;1;\n;;2;;32;1;\n;;3;;33;;\n;;4;;31;1;\n",
+      relayHead + relayRow("A") + relayRow("B") + relayRow("C"),
+  };
+  int notified = 0;
+  int stopAt = -1;
+  const auto notify = [&] {
+    EXPECT_TRUE(importer.importingNow());
+    if (notified++ == stopAt) importer.Cancel();
+  };
+  importer.onNewCategory([&](const std::string&) { notify(); });
+  importer.onWorkProgress([&](float fraction) {
+    EXPECT_TRUE(fraction > 0 && fraction <= 1);
+    notify();
+  });
+  const auto imported = [&](const std::string& file, int code) {
+    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    notified = 0;
+    EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), code);
+    EXPECT_FALSE(importer.importingNow());
+    const std::vector<std::string> names = categoryNames(event);
+    event.closeEvent();
+    return names;
+  };
+  event.closeEvent();
+  for (const std::string& list : lists) {
+    SCOPED_TRACE(list);
+    const std::string file = folder.write("list", list);
+    stopAt = -1;
+    const std::vector<std::string> all = imported(file, 0);
+    const int notifications = notified;
+    EXPECT_GE(all.size(), 3U);
+    std::size_t kept = 0;
+    for (stopAt = 0; stopAt < notifications; ++stopAt) {
+      const std::vector<std::string> names = imported(file, LRK_IMPORT_CANCELLED);
+      EXPECT_LE(notified, stopAt + 2);
+      EXPECT_THAT(std::vector(all.begin(), all.begin() + static_cast<int>(names.size())),
+                  testing::ElementsAreArray(names));
+      EXPECT_GE(names.size(), kept);
+      kept = names.size();
+    }
+    EXPECT_GE(kept, all.size() / 2);
+  }
+}
+
 TEST_F(DriverTest, CodesWithoutAReader) {
   const std::string file = write({"A"});
   for (const std::int32_t code : {0, 2, 32, 33, 34, 35, 39, 63, 128, 129, 999, -1}) {

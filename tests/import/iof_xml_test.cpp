@@ -135,20 +135,16 @@ TEST_F(IofXml2Test, CourseLengthsHaveUnitsAndRacesTheirCategories) {
 }
 
 TEST_F(IofXml2Test, WhatIsLeftOutIsTold) {
-  const std::string team = element("TeamResult", element("TeamName", "Syd 1"));
   const std::string holes =
       "<CCardId>S-12</CCardId><CompetitorStatus value='Gone'/>" + clock("StartTime", "99:99:99");
-  EXPECT_EQ(importXml(list(classOf(team + team, "Relay") +
-                           classOf(person(holes + split("F1", "1:00") + split("31", "x"), "Ada") +
+  EXPECT_EQ(importXml(list(classOf(person(holes + split("F1", "1:00") + split("31", "x"), "Ada") +
                                    person("", "Bea") + "<PersonResult/>"))),
             0);
   EXPECT_THAT(categoryNames(event), ElementsAre("H21"));
-  EXPECT_THAT(told, ElementsAre("team result skipped", "team result skipped",
-                                "unreadable card number \"S-12\"", "unknown status \"Gone\"",
+  EXPECT_THAT(told, ElementsAre("unreadable card number \"S-12\"", "unknown status \"Gone\"",
                                 "no number in control code \"F1\"", "unreadable split time \"x\"",
                                 "unreadable clock \"99:99:99\"", "no split times", "no result"));
-  EXPECT_EQ(notes[1].where, "ClassResult \"Relay\", TeamResult 2 \"Syd 1\"");
-  EXPECT_EQ(notes[7].where, "ClassResult \"H21\", PersonResult 2 \"Bea\"");
+  EXPECT_EQ(notes[5].where, "ClassResult \"H21\", PersonResult 2 \"Bea\"");
 }
 
 TEST_F(IofXml2Test, MoreThanHalfOfTheNamesBlankIsTold) {

@@ -4,13 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include "larkstone/platform/file.hpp"
+#include "larkstone/platform/xml.hpp"
+
 #include "imported.hpp"
 
 namespace larkstone {
 namespace {
 
 // What the lists hold by count: categories, and runners and punches within them. A list of version
-// 2 gives no runner without split times; teams are left out.
+// 2 gives no runner without split times.
 struct Fact {
   std::string_view file;
   std::int32_t code;
@@ -29,6 +32,11 @@ constexpr Fact facts[] = {
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
     {"lookalikes/online_splits_table.html", 9, 0, 0, 0},
+    {"oe_csv/boc2003.csv", 0, 69, 2017, 30348},
+    {"oe_csv/kup10_brac.csv", 0, 22, 267, 2614},
+    {"oe_csv/oe2010_splits_day5.csv", 0, 1, 28, 84},
+    {"oe_csv/swedish.txt", 0, 11, 105, 1201},
+    {"os_csv/pozega_sprintrelay.csv", 0, 13, 124, 56},  // 34 teams of 90, with their handovers
     {"sportsoftware_splits/132.html", 0, 2, 103, 1204},
     {"sportsoftware_splits/46.html", 0, 1, 25, 300},
     {"sportsoftware_splits/79.txt", 0, 10, 157, 1749},
@@ -68,6 +76,71 @@ TEST(SharedDataTest, ListsHoldWhatWasCounted) {
     }
     EXPECT_EQ(runners, fact.runners);
     EXPECT_EQ(punches, fact.punches);
+  }
+}
+
+struct RelayFact {
+  std::string_view file;
+  int standings;  // of teams after a leg, with a time
+  int finished;   // teams with a result
+};
+constexpr RelayFact relayFacts[] = {
+    {"iof_xml_3/SpeakerResult_OS_IOFV3.xml", 76, 24},
+    {"iof_xml_3/iof_example_ResultList2.xml", 9, 2},
+    {"iof_xml_3/wc2023_sprint_relay_results.xml", 217, 53},
+};
+
+// The team's time after a leg, as the event has it.
+Time timeAfter(LRKEvent& event, const std::string& className, const std::string& team, int leg) {
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    if (event.categoryName(i) != className + " whole legs") continue;
+    for (int k = 0; k < event.category(i)->noOfRunners(); ++k) {
+      const LRKRunner& runner = event.category(i)->runner(k);
+      if (runner.name() == team) return runner.punches().time(leg) - runner.startTime();
+    }
+  }
+  return LRK_NO_TIME;
+}
+
+TEST(SharedDataTest, TeamsStandAfterEveryLegWhereTheListSays) {
+  const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
+  if (data == nullptr) GTEST_SKIP() << "no shared data";
+  const test::TempFolder folder;
+  for (const RelayFact& fact : relayFacts) {
+    SCOPED_TRACE(fact.file);
+    LRKEvent event;
+    event.tempFilePath(folder.path());
+    ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
+    const std::string file = std::string(data) + "/" + std::string(fact.file);
+    ASSERT_EQ(LRKImport().import(LRK_IMPORT_AUTO, event, file), 0);
+    std::string bytes;
+    XmlDocument list;
+    ASSERT_TRUE(readFile(file, bytes) && list.parse(bytes));
+    int standings = 0;
+    for (const XmlNode classResult : list.root().children("ClassResult")) {
+      for (const XmlNode team : classResult.children("TeamResult")) {
+        for (const XmlNode member : team.children("TeamMemberResult")) {
+          const XmlNode result = member.child("Result");
+          const int time = std::atoi(result.textAt("OverallResult/Time").c_str());
+          if (time == 0) continue;
+          ++standings;
+          // Who does not count on a parallel leg is behind.
+          if (result.textAt("LegOrder") > "1") continue;
+          EXPECT_EQ(timeAfter(event, classResult.textAt("Class/Name"), team.textAt("Name"),
+                              std::atoi(result.textAt("Leg").c_str())),
+                    time * 100);
+        }
+      }
+    }
+    EXPECT_EQ(standings, fact.standings);
+    int finished = 0;
+    for (int i = 0; i < event.noOfCategories(); ++i) {
+      if (!event.categoryName(i).ends_with(" whole legs")) continue;
+      for (int k = 0; k < event.category(i)->noOfRunners(); ++k) {
+        finished += event.category(i)->runner(k).resultPlace() > 0 ? 1 : 0;
+      }
+    }
+    EXPECT_EQ(finished, fact.finished);
   }
 }
 

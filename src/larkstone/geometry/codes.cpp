@@ -83,6 +83,8 @@ int LRKCodes::codeIndex(Code code, int offset) const {
 
 LRKCodes LRKCodes::commonCodes(const LRKCodes& codesToCompare) const {
   const CodeCounts repeated = sharedRepeatedCodes(codes_, codesToCompare.codes_);
+  std::unordered_map<Code, int> last;  // so that nobody looks for a control that is gone by
+  for (int i = 0; i < codesToCompare.count(); ++i) last[codesToCompare.code(i)] = i;
   LRKCodes common;
   bool inSection = false;
   int sectionEnd = -1;
@@ -95,8 +97,9 @@ LRKCodes LRKCodes::commonCodes(const LRKCodes& codesToCompare) const {
       inSection = sectionEnd != -1;
     }
     if (!isRepeated && inSection) continue;
+    const auto lastVisit = last.find(code(i));
+    if (lastVisit == last.end() || lastVisit->second < position) continue;
     const int found = codesToCompare.codeIndex(code(i), position);
-    if (found < 0) continue;
     common.add(code(i));
     position = found + 1;
   }

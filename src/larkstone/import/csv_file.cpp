@@ -1,5 +1,7 @@
 #include "larkstone/import/csv_file.hpp"
 
+#include <algorithm>
+
 #include "larkstone/core/text.hpp"
 
 namespace larkstone {
@@ -16,23 +18,41 @@ bool CsvFile::read(const std::string& path) {
 }
 
 bool CsvFile::next() {
-  std::string_view line;
-  while (lines_.next(line)) {
-    if (split(line)) return true;
+  while (lines_.next(row_.text)) {
+    row_.line = lines_.number();
+    if (split()) return true;
   }
   return false;
 }
 
+void CsvFile::row(const CsvRow& row) {
+  row_ = row;
+  split();
+}
+
 // False for a row of nothing but delimiters, as spreadsheets leave them.
-bool CsvFile::split(std::string_view line) {
+bool CsvFile::split() {
   fields_.clear();
-  splitter_ = CsvFields(line, header_.delimiter());
+  splitter_ = CsvFields(row_.text, header_.delimiter());
   bool any = false;
   while (!splitter_.atEnd()) {
     fields_.push_back(trimmed(splitter_.next()));
     any = any || !fields_.back().empty();
   }
   return any;
+}
+
+void CsvRowGroups::add(std::string_view key, const CsvRow& row) {
+  const auto [found, isNew] = index_.try_emplace(std::string(key), groups_.size());
+  if (isNew) groups_.push_back({std::string(key), {}});
+  groups_[found->second].rows.push_back(row);
+  ++noOfRows_;
+}
+
+void CsvRowGroups::sortByKey() {
+  std::sort(groups_.begin(), groups_.end(),
+            [](const Group& a, const Group& b) { return a.key < b.key; });
+  index_.clear();
 }
 
 }  // namespace larkstone

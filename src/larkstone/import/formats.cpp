@@ -15,7 +15,7 @@ constexpr Format splitTimes[] = {
     {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, nullptr},
     {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, readStandardText},
     {LRK_IMPORT_SOLV_HTML, detectSolv, nullptr},
-    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, nullptr},
+    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, readPekkaPirilaXml},
 };
 
 constexpr Format startlists[] = {
@@ -27,7 +27,7 @@ constexpr Format startlists[] = {
 constexpr Format byNameOnly[] = {
     {LRK_IMPORT_LRK_LRK3, nullptr, nullptr},
     {LRK_IMPORT_CSV_OE200X, nullptr, readCsvIndividual},
-    {LRK_IMPORT_CSV_OS200X, nullptr, nullptr},
+    {LRK_IMPORT_CSV_OS200X, nullptr, readCsvRelay},
     {LRK_IMPORT_CSV_SIMAN, nullptr, readCsvSiMan},
 };
 

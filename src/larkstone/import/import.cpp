@@ -5,6 +5,7 @@
 #include "larkstone/core/number.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/formats.hpp"
+#include "larkstone/import/readers.hpp"
 #include "larkstone/import/session.hpp"
 #include "larkstone/platform/file.hpp"
 
@@ -196,8 +197,7 @@ std::int32_t LRKImport::importPekkaPirilaXML(LRKEvent& lrk, const std::string& f
 }
 std::int32_t LRKImport::importPekkaPirilaRelayXML(LRKEvent& lrk, const std::string& file,
                                                   enmRelayParallelMode parallelMode) {
-  return importWith(*session_, LRK_IMPORT_PEKKA_PIRILA_XML, lrk, file,
-                    {.parallelMode = parallelMode});
+  return session_->run(readPekkaPirilaRelayXml, {lrk, file, *session_, 0, parallelMode});
 }
 std::int32_t LRKImport::importSOLVHTML(LRKEvent& lrk, const std::string& file) {
   return importWith(*session_, LRK_IMPORT_SOLV_HTML, lrk, file);

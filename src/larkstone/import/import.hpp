@@ -15,6 +15,7 @@
 namespace larkstone {
 
 class ImportSession;
+class LRKCategory;
 class LRKEvent;
 
 /// Something that an import skipped or could not read: a runner, a field, a punch.
@@ -96,6 +97,20 @@ class LRKImport {
   std::int32_t importStartlist(std::int32_t fileFormat, LRKEvent& lrk,
                                const std::string& importFileName,
                                const std::string& extraParameters = {});
+
+  /// Replaces a relay category by the category of its teams over whole legs, whose controls (31,
+  /// 32, ...) are the handovers, and by one category for each leg, reduced to the controls that all
+  /// its runners with status OK have in common.
+  ///
+  /// The relay category holds the teams (extraInfo "team_" and a number) and their members
+  /// (extraInfo "runner_" and the number of the team, relayLeg from 1 to 255). Its parts come where
+  /// it stands in the event when it is there (by categoryIndex() and name), else behind all others.
+  /// Members who are not OK can be left out; of several members of a team on one leg the parallel
+  /// mode says who counts. Afterwards `category` is the category of the teams. A category without
+  /// teams and members is left alone; when the event takes no more, nothing is changed.
+  std::int32_t createRelayResults(LRKEvent& ev, LRKCategory& category,
+                                  bool ignoreDisqualifiedRunners,
+                                  enmRelayParallelMode parallelMode);
 
   /// What a file is: the code of an event file, a split-time format, a start list, a CSV variant.
   /// LRK_IMPORT_FILE_DOES_NOT_EXIST for a missing file.

@@ -1,6 +1,7 @@
 #include "larkstone/import/reader_run.hpp"
 
 #include "larkstone/event/event.hpp"
+#include "larkstone/import/relay_results.hpp"
 
 namespace larkstone {
 
@@ -39,6 +40,19 @@ void ReaderRun::endCategory() {
 void ReaderRun::add(LRKRunner runner) {
   completePunches(runner);
   category_.addRunner(std::move(runner));
+}
+
+void ReaderRun::endRelay() {
+  if (!open_ || stopped()) return;
+  open_ = false;
+  const RelayRules rules{job_.session.wholeLegsText, job_.session.commonControlsText, false,
+                         job_.parallelMode};
+  std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules);
+  if (courseLength_ == CourseLengthFrom::runners) {
+    for (LRKCategory& category : categories) setCourseLengthFromRunners(category);
+  }
+  const std::int32_t error = addCategories(job_.event, categories);
+  if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
 }
 
 bool ReaderRun::progress(int done, int total) {

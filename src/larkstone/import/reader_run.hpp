@@ -38,6 +38,8 @@ class ReaderRun {
   LRKCategory& category() { return category_; }
   /// Adds the open category to the event.
   void endCategory();
+  /// Adds what the open category, a relay (see relay_results.hpp), consists of.
+  void endRelay();
   /// Forgets the open category.
   void dropCategory() { open_ = false; }
 

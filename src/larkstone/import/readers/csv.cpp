@@ -9,6 +9,8 @@ std::int32_t readCsv(ReadJob& job) {
   switch (LRKImport::determineSportSoftwareCSVFileFormat(job.fileName)) {
     case LRK_IMPORT_CSV_OE200X:
       return readCsvIndividual(job);
+    case LRK_IMPORT_CSV_OS200X:
+      return readCsvRelay(job);
     case LRK_IMPORT_CSV_SIMAN:
       return readCsvSiMan(job);
     default:

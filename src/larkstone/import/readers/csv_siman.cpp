@@ -1,12 +1,11 @@
 // SIMan lists: a row per card that was read out. They know no categories, so those who punched the
 // same controls form one.
 
+#include <algorithm>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
@@ -28,7 +27,16 @@ class RowReader {
     person_.name = row.header().column("Name");
   }
 
-  LRKRunner runner() const {
+  // The text of the controls, alike for those of one category.
+  std::string controls() const {
+    LRKPunches punches;
+    punches.add(0, LRK_START_CODE);
+    eachPair([&](std::string_view code, std::string_view) { punches.add(0, csvCode(code)); });
+    punches.add(0, LRK_FINISH_CODE);
+    return punches.codesToString();
+  }
+
+  bool addRunner(ReaderRun& run) const {
     LRKRunner runner;
     const LineNotes notes(job_.session, row_.line(), &runner);
     readCsvPerson(row_, person_, runner, notes);
@@ -39,30 +47,35 @@ class RowReader {
     runner.startTime(isDisq(start) ? 0 : start);
     runner.finishTime(finish);
     runner.status(isDisq(start) || isDisq(finish) ? estaDidNotFinish : estaOK);
-    // The pairs of control and clock time run on to the end of the row.
-    for (int at = punches_; at < row_.noOfFields(); at += 2) {
-      const std::string_view code = row_.field(at);
-      const std::string_view time = row_.field(at + 1);
-      if (code.empty() && time.empty()) continue;
-      if (runner.punches().add(readCsvTime(time, "unreadable punch time", notes),
-                               readCsvCode(code, notes)) < 0) {
-        notes("too many punches");
-      }
-    }
-    return runner;
+    eachPair([&](std::string_view code, std::string_view text) {
+      const Time time = readCsvTime(text, "unreadable punch time", notes);
+      if (runner.punches().add(time, readCsvCode(code, notes)) < 0) notes("too many punches");
+    });
+    return run.addRunner(std::move(runner), notes);
   }
 
  private:
+  // The pairs of control and clock time run on to the end of the row; empty ones pad it.
+  template <class Use>
+  void eachPair(Use use) const {
+    for (int at = punches_; at < row_.noOfFields(); at += 2) {
+      const std::string_view code = row_.field(at);
+      const std::string_view time = row_.field(at + 1);
+      if (!code.empty() || !time.empty()) use(code, time);
+    }
+  }
+
   ReadJob& job_;
   const CsvFile& row_;
   int start_, finish_, club_, punches_;
   CsvPersonColumns person_;
 };
 
-struct Card {
-  int line = 0;
-  LRKRunner runner;
-};
+// "S-31-32-F" has two controls.
+std::string categoryName(int number, std::string_view controls) {
+  const auto count = std::count(controls.begin(), controls.end(), '-') - 1;
+  return "Course " + std::to_string(number) + " (" + std::to_string(count) + " controls)";
+}
 
 }  // namespace
 
@@ -71,25 +84,22 @@ std::int32_t readCsvSiMan(ReadJob& job) {
   if (!file.read(job.fileName) || !file.header().has("Punch1") || !file.header().has("Read at")) {
     return LRK_IMPORT_CSV_INVALID_FORMAT;
   }
-  ReaderRun run(job);
   const RowReader row(job, file);
-  std::map<std::string, std::vector<Card>> courses;  // by the text of their controls
-  while (file.next()) {
-    Card card{file.line(), row.runner()};
-    std::string controls = card.runner.punches().codesToString();
-    courses[std::move(controls)].push_back(std::move(card));
-    if (!run.progress(file.line(), file.noOfLines())) return run.code();
-  }
+  CsvRowGroups courses;
+  while (file.next()) courses.add(row.controls(), file.row());
+  courses.sortByKey();
+
+  ReaderRun run(job);
   int number = 0;
-  for (auto& [controls, cards] : courses) {
-    const int count = cards.front().runner.punches().count() - 2;
+  int done = 0;
+  for (const CsvRowGroups::Group& course : courses.groups()) {
     LRKCategory category;
-    category.name("Course " + std::to_string(++number) + " (" + std::to_string(count) +
-                  " controls)");
+    category.name(categoryName(++number, course.key));
     run.beginCategory(std::move(category));
-    for (Card& card : cards) {
-      const LineNotes notes(job.session, card.line);
-      if (!run.addRunner(std::move(card.runner), notes)) return run.code();
+    for (const CsvRow& place : course.rows) {
+      file.row(place);
+      const bool goesOn = row.addRunner(run);
+      if (!goesOn || !run.progress(++done, courses.noOfRows())) return run.code();
     }
   }
   return run.end("SIMan");

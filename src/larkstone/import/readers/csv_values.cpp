@@ -1,8 +1,10 @@
 #include "larkstone/import/readers/csv_values.hpp"
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <string>
+#include <system_error>
 
 #include "larkstone/core/date.hpp"
 #include "larkstone/core/number.hpp"
@@ -54,6 +56,10 @@ void ifInteger(std::string_view text, std::string_view what, const LineNotes& no
 }  // namespace
 
 std::optional<std::int32_t> csvInteger(std::string_view text) {
+  std::int32_t plain = 0;
+  const char* const end = text.data() + text.size();
+  const auto [behind, error] = std::from_chars(text.data(), end, plain);
+  if (error == std::errc() && behind == end) return plain;
   const auto number = wholeNumber(text);
   if (!number || std::trunc(*number) != *number) return std::nullopt;
   if (*number < std::numeric_limits<std::int32_t>::min() ||
@@ -76,11 +82,15 @@ Time sumOfTimes(Time a, Time b) {
   return sum < 0 || sum >= LRK_NO_TIME ? LRK_NO_TIME : static_cast<Time>(sum);
 }
 
-Code readCsvCode(std::string_view text, const LineNotes& notes) {
+Code csvCode(std::string_view text) {
   const auto number = csvInteger(text);
-  if (number && *number >= 0 && *number < LRK_START_CODE) return static_cast<Code>(*number);
-  if (!text.empty()) notes("no control code", text);
-  return 0;
+  return number && *number >= 0 && *number < LRK_START_CODE ? static_cast<Code>(*number) : Code{0};
+}
+
+Code readCsvCode(std::string_view text, const LineNotes& notes) {
+  const Code code = csvCode(text);
+  if (code == 0 && !text.empty() && text != "0") notes("no control code", text);
+  return code;
 }
 
 void readCsvStatus(std::string_view text, LRKRunner& runner, const LineNotes& notes) {

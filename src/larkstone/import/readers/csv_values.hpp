@@ -22,6 +22,8 @@ Time readCsvTime(std::string_view text, std::string_view what, const LineNotes& 
 Time sumOfTimes(Time a, Time b);
 
 /// A control code; 0 for a text that is none.
+Code csvCode(std::string_view text);
+/// The same with a note.
 Code readCsvCode(std::string_view text, const LineNotes& notes);
 
 /// 0 to 5 as SportSoftware counts them; any other text leaves the status as it is.

@@ -1,25 +1,20 @@
 #include "larkstone/import/readers/iof_list.hpp"
 
 #include <algorithm>
-#include <limits>
 #include <span>
 #include <unordered_map>
 
+#include "larkstone/import/readers/iof_relay.hpp"
 #include "larkstone/import/readers/iof_values.hpp"
 
 namespace larkstone {
 
 namespace {
 
-constexpr int noRace = std::numeric_limits<int>::min();
+constexpr int noRace = IofResult::noRace;
 
-std::string teamName(XmlNode team) {
-  const XmlNode name = team.child("TeamName");
-  return name ? name.text() : team.textAt("Name");
-}
-
-// One class after another, one category open at a time. The children of a class are walked once,
-// however many races they belong to.
+// The persons of one class after another, one category open at a time. The children of a class are
+// walked once, however many races they belong to.
 class ClassReader {
  public:
   ClassReader(const IofVersion& version, ReadJob& job, ReaderRun& run)
@@ -28,7 +23,7 @@ class ClassReader {
   void read(XmlNode classResult) {
     LRKCategory category;
     version_.readClass(classResult, category);
-    collect(classResult, category.name());
+    if (!collect(classResult)) return;
     const bool severalRaces = sortByRace();
     std::span<const IofResult> rest(results_);
     do {
@@ -42,31 +37,25 @@ class ClassReader {
   }
 
  private:
-  void collect(XmlNode classResult, const std::string& className) {
+  // False for a class that holds teams alone.
+  bool collect(XmlNode classResult) {
     results_.clear();
     courses_.clear();
     int persons = 0;
-    int teams = 0;
     for (XmlNode child = classResult.firstChild(); child; child = child.next()) {
       if (child.is("PersonResult")) {
         collectPerson(child, ++persons);
       } else if (child.is("Course")) {
         courses_.try_emplace(integerOf(child.attribute("raceNumber")).value_or(noRace), child);
         courses_.try_emplace(noRace, child);  // the first one stands for every other race
-      } else if (child.is("TeamResult")) {
-        ++teams;
-        job_.session.note("team result skipped", {}, [&] {
-          return quoted("ClassResult", className) + ", " +
-                 quoted("TeamResult " + std::to_string(teams), teamName(child));
-        });
       }
     }
+    return persons > 0 || !classResult.child("TeamResult");
   }
 
   void collectPerson(XmlNode person, int number) {
     const std::size_t before = results_.size();
     version_.collectResults(person, results_);
-    if (results_.size() == before) results_.push_back({person, {}, noRace, 0});
     for (std::size_t i = before; i < results_.size(); ++i) results_[i].number = number;
   }
 
@@ -107,9 +96,14 @@ class ClassReader {
   // False when the import has to stop.
   bool addRunner(const IofResult& result) {
     LRKRunner runner;
-    const IofNotes notes(job_.session, run_.category().name(), result, runner);
+    const IofNotes notes(job_.session, run_.category().name(), {"PersonResult", result.number},
+                         runner);
     if (!result.result) notes("no result");
-    if (!version_.readRunner(result, runner, notes)) return !run_.stopped();
+    version_.readRunner(result, runner, notes);
+    if (version_.onlyWithSplits && runner.punches().count() <= 2) {
+      if (result.result) notes("no split times");
+      return !run_.stopped();
+    }
     return run_.addRunner(std::move(runner), notes);
   }
 
@@ -125,18 +119,24 @@ class ClassReader {
 void IofNotes::operator()(std::string_view what, std::string_view text) const {
   session_.note(what, text, [&] {
     return quoted("ClassResult", className_) + ", " +
-           quoted("PersonResult " + std::to_string(result_.number), runner_.name());
+           quoted(std::string(element_.name) + " " + std::to_string(element_.number),
+                  runner_.name());
   });
 }
 
 void readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job, ReaderRun& run) {
-  int classes = 0;
-  for ([[maybe_unused]] const XmlNode classResult : list.children("ClassResult")) ++classes;
+  const std::vector<std::vector<XmlNode>> relays = relaysOf(version, list);
   ClassReader reader(version, job, run);
-  int done = 0;
+  std::size_t index = 0;
   for (const XmlNode classResult : list.children("ClassResult")) {
     reader.read(classResult);
-    if (run.stopped() || !run.progress(++done, classes)) return;
+    if (!run.stopped() && !relays[index].empty()) {
+      readIofRelay(version, relays[index], job, run);
+    }
+    ++index;
+    const bool goesOn =
+        !run.stopped() && run.progress(static_cast<int>(index), static_cast<int>(relays.size()));
+    if (!goesOn) return;
   }
 }
 

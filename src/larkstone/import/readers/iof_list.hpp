@@ -4,6 +4,8 @@
 // races these ran.
 
 #include <cstdint>
+#include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,20 +15,37 @@
 
 namespace larkstone {
 
-/// One person's result in one race of a class.
+/// One person's result in one race of a class, or on one leg of a relay.
 struct IofResult {
-  XmlNode person;  // the PersonResult
-  XmlNode result;  // none for a person without one
-  int race = 0;
+  static constexpr int noRace = std::numeric_limits<int>::min();
+
+  XmlNode holder;        // the PersonResult or TeamMemberResult
+  XmlNode person;        // the Person in it
+  XmlNode organisation;  // the club in it
+  XmlNode result;        // none for a person without one
+  int race = noRace;
   int number = 0;  // of the PersonResult in its class, from 1
+};
+
+/// What a list says about a whole team, or about it after one of its legs.
+struct IofStanding {
+  Time start = 0;
+  Time finish = LRK_NO_TIME;
+  Time time = LRK_NO_TIME;
+  std::optional<enmStatus> status;
 };
 
 /// Tells what of a runner could not be read.
 class IofNotes {
  public:
-  IofNotes(ImportSession& session, const std::string& className, const IofResult& result,
+  /// "PersonResult 3" of its class.
+  struct Element {
+    std::string_view name;
+    int number = 0;
+  };
+  IofNotes(ImportSession& session, const std::string& className, Element element,
            const LRKRunner& runner)
-      : session_(session), className_(className), result_(result), runner_(runner) {}
+      : session_(session), className_(className), element_(element), runner_(runner) {}
 
   /// "what" or, with a text of the file, "what "text"".
   void operator()(std::string_view what, std::string_view text = {}) const;
@@ -34,7 +53,7 @@ class IofNotes {
  private:
   ImportSession& session_;
   const std::string& className_;
-  const IofResult& result_;
+  Element element_;
   const LRKRunner& runner_;
 };
 
@@ -46,10 +65,18 @@ struct IofVersion {
   void (*readClass)(XmlNode classResult, LRKCategory& category);
   /// The course of the race that the category stands for; none when the class has none.
   void (*readCourse)(XmlNode course, LRKCategory& category);
-  /// Appends the results of a person with their races; nothing for a person without.
-  void (*collectResults)(XmlNode personResult, std::vector<IofResult>& results);
-  /// False for a runner that is left out.
-  bool (*readRunner)(const IofResult& result, LRKRunner& runner, const IofNotes& notes);
+  /// Appends the results of a person with their races; one without a result for a person who has
+  /// none.
+  void (*collectResults)(XmlNode holder, std::vector<IofResult>& results);
+  void (*readRunner)(const IofResult& result, LRKRunner& runner, const IofNotes& notes);
+  /// Everything about a team but its members.
+  void (*readTeam)(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofNotes& notes);
+  /// Where a team stands after the leg of a result; false when that is not told. None for lists
+  /// that never tell.
+  bool (*readStanding)(XmlNode result, IofStanding& standing, const IofNotes& notes);
+  const char* memberElement;  // of a team
+  const char* legElement;     // of a member's result
+  bool onlyWithSplits;        // individual runners without split times are left out
   CourseLengthFrom courseLength;
 };
 

@@ -26,10 +26,13 @@ bool load(const std::string& path, XmlDocument& document) {
   return document.parse(std::move(text)) && document.root().is("ResultList");
 }
 
+// The categories of a relay without a name are called " whole legs" and so on; names in lists have
+// no blank at the front.
 bool mostNamesAreBlank(const LRKEvent& event) {
   int blank = 0;
   for (int i = 0; i < event.noOfCategories(); ++i) {
-    if (event.categoryName(i).empty()) ++blank;
+    const std::string name = event.categoryName(i);
+    if (name.empty() || name.front() == ' ') ++blank;
   }
   return 2 * blank > event.noOfCategories();
 }

@@ -78,17 +78,19 @@ void readClass(XmlNode classResult, LRKCategory& category) {
 void readCourse(XmlNode, LRKCategory&) {}  // its length follows from the runners
 
 // In an event of several races a person has a result of each race, and one that is their sum.
-void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
-  int race = 0;
-  for (const XmlNode raceResult : personResult.children("RaceResult")) {
-    for (const XmlNode result : raceResult.children("Result")) {
-      results.push_back({personResult, result, ++race, 0});
+void collectResults(XmlNode holder, std::vector<IofResult>& results) {
+  IofResult found{holder, holder.child("Person"), {}, {}};
+  const auto collectFrom = [&](XmlNode parent, int& race) {
+    for (const XmlNode result : parent.children("Result")) {
+      found.result = result;
+      found.race = ++race;
+      results.push_back(found);
     }
-  }
-  if (race > 0) return;
-  for (const XmlNode result : personResult.children("Result")) {
-    results.push_back({personResult, result, ++race, 0});
-  }
+  };
+  int race = 0;
+  for (const XmlNode raceResult : holder.children("RaceResult")) collectFrom(raceResult, race);
+  if (race == 0) collectFrom(holder, race);
+  if (race == 0) results.push_back(found);
 }
 
 // Given names in the order of their sequence numbers; those without one come first.
@@ -304,16 +306,23 @@ void readTimes(const TimeFields& fields, LRKRunner& runner, const IofNotes& note
   }
 }
 
-bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
-  const XmlNode person = result.person;
-  readPersonId(person.child("PersonId"), runner);
-  readPerson(person.child("Person"), runner, notes);
-  readClub(person, runner);
-  readRank(person.child("Rank"), runner);
+void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
+  readPersonId(result.holder.child("PersonId"), runner);
+  readPerson(result.person, runner, notes);
+  readClub(result.holder, runner);
+  readRank(result.holder.child("Rank"), runner);
   readTimes(readFields(result.result, runner, notes), runner, notes);
-  if (runner.punches().count() > 2) return true;
-  if (result.result) notes("no split times");
-  return false;
+}
+
+void readTeam(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofNotes& notes) {
+  ifText(team.child("TeamName"), [&](std::string text) { runner.name(std::move(text)); });
+  readClubCountry(countryWithin(team), runner);
+  const Time start = clockOf(team.child("StartTime"), notes);
+  if (!isDisq(start)) standing.start = start;
+  standing.finish = clockOf(team.child("FinishTime"), notes);
+  standing.time = timeOf(team.child("Time"), notes);
+  ifAttribute(team.child("TeamStatus"), "value",
+              [&](std::string_view text) { readStatus(text, runner, notes); });
 }
 
 }  // namespace
@@ -324,6 +333,11 @@ const IofVersion iofVersion2 = {importedFrom,
                                 readCourse,
                                 collectResults,
                                 readRunner,
+                                readTeam,
+                                nullptr,
+                                "PersonResult",
+                                "TeamSequence",
+                                /*onlyWithSplits=*/true,
                                 CourseLengthFrom::runners};
 
 }  // namespace larkstone

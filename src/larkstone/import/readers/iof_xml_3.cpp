@@ -80,14 +80,24 @@ void readCourse(XmlNode course, LRKCategory& category) {
   readLength(course.child("Length"), [&](Length length) { category.courseLength(length); });
 }
 
-// A result without a race number belongs to the race of its place among the person's results.
-void collectResults(XmlNode personResult, std::vector<IofResult>& results) {
+// A result without a race number belongs to the race of its place among the person's results. In a
+// team several persons may stand side by side, each before his results.
+void collectResults(XmlNode holder, std::vector<IofResult>& results) {
+  IofResult found{holder, {}, {}, {}};
   int place = 0;
-  for (const XmlNode result : personResult.children("Result")) {
-    ++place;
-    const int race = integerOf(result.attribute("raceNumber")).value_or(place);
-    results.push_back({personResult, result, race, 0});
+  for (XmlNode child = holder.firstChild(); child; child = child.next()) {
+    if (child.is("Person")) {
+      found.person = child;
+    } else if (child.is("Organisation") || child.is("Organization")) {
+      found.organisation = child;
+    } else if (child.is("Result")) {
+      ++place;
+      found.result = child;
+      found.race = integerOf(child.attribute("raceNumber")).value_or(place);
+      results.push_back(found);
+    }
   }
+  if (!found.result) results.push_back(found);
 }
 
 void readPerson(XmlNode person, LRKRunner& runner, const IofNotes& notes) {
@@ -199,24 +209,48 @@ void addPunch(const Split& split, Time start, LRKRunner& runner, const IofNotes&
   }
 }
 
-bool readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
-  readPerson(result.person.child("Person"), runner, notes);
-  XmlNode organisation = organisationIn(result.person);
-  if (!organisation) organisation = organisationIn(result.person.child("Person"));
-  readOrganisation(organisation, runner);
+void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
+  readPerson(result.person, runner, notes);
+  readOrganisation(result.organisation ? result.organisation : organisationIn(result.person),
+                   runner);
 
   const ResultFields fields = readFields(result.result, runner, notes);
   const Time start = isDisq(fields.start) ? 0 : fields.start;
   runner.startTime(start);
   runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
   for (const Split& split : fields.splits) addPunch(split, start, runner, notes);
+}
+
+void readTeam(XmlNode team, LRKRunner& runner, IofStanding&, const IofNotes&) {
+  ifText(team.child("Name"), [&](std::string text) { runner.name(std::move(text)); });
+  readOrganisation(organisationIn(team), runner);
+}
+
+bool readStanding(XmlNode result, IofStanding& standing, const IofNotes& notes) {
+  const XmlNode overall = result.child("OverallResult");
+  if (!overall) return false;
+  standing.time = timeOf(overall.textAt("Time"), "unreadable time", notes);
+  ifText(overall.child("Status"), [&](const std::string& text) {
+    LRKRunner team;
+    readStatus(text, team, notes);
+    standing.status = team.status();
+  });
   return true;
 }
 
 }  // namespace
 
-const IofVersion iofVersion3 = {
-    importedFrom,          readEvent, readClass, readCourse, collectResults, readRunner,
-    CourseLengthFrom::list};
+const IofVersion iofVersion3 = {importedFrom,
+                                readEvent,
+                                readClass,
+                                readCourse,
+                                collectResults,
+                                readRunner,
+                                readTeam,
+                                readStanding,
+                                "TeamMemberResult",
+                                "Leg",
+                                /*onlyWithSplits=*/false,
+                                CourseLengthFrom::list};
 
 }  // namespace larkstone

@@ -1,0 +1,128 @@
+#include "larkstone/import/common_controls.hpp"
+
+#include <algorithm>
+#include <set>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "larkstone/geometry/codes.hpp"
+
+namespace larkstone {
+
+namespace {
+
+using Codes = std::vector<Code>;
+
+// The punches of the controls, without a start before and a finish behind them.
+struct Controls {
+  explicit Controls(const LRKPunches& punches)
+      : begin(punches.startExists() ? 1 : 0),
+        end(punches.count() - (punches.count() > begin && punches.finishExists() ? 1 : 0)) {}
+  int begin;
+  int end;
+};
+
+Codes controlCodes(const LRKPunches& punches) {
+  const Controls controls(punches);
+  Codes codes;
+  for (int i = controls.begin; i < controls.end; ++i) codes.push_back(punches.code(i));
+  return codes;
+}
+
+LRKCodes codeList(const Codes& codes) {
+  LRKCodes list;
+  for (const Code code : codes) list.add(code);
+  return list;
+}
+
+// Where the codes stand in a course one behind the other; those that are not there are passed over.
+std::vector<std::size_t> placesIn(const Codes& course, const Codes& codes) {
+  std::unordered_map<Code, std::size_t> last;
+  for (std::size_t i = 0; i < course.size(); ++i) last[course[i]] = i;
+  std::vector<std::size_t> places;
+  std::size_t position = 0;
+  for (const Code code : codes) {
+    const auto found = last.find(code);
+    if (found == last.end() || found->second < position) continue;
+    while (course[position] != code) ++position;
+    places.push_back(position++);
+  }
+  return places;
+}
+
+// The forkings that were run, each once, in order of appearance: those of runners with status OK,
+// or of all when none is.
+std::vector<Codes> forkingsOf(const LRKCategory& category) {
+  const auto isOK = [&](int i) { return category.runner(i).status() == estaOK; };
+  int firstOK = 0;
+  while (firstOK < category.noOfRunners() && !isOK(firstOK)) ++firstOK;
+  const bool all = firstOK == category.noOfRunners();
+  std::set<Codes> seen;
+  std::vector<Codes> forkings;
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    if (!all && !isOK(i)) continue;
+    Codes codes = controlCodes(category.runner(i).punches());
+    if (seen.insert(codes).second) forkings.push_back(std::move(codes));
+  }
+  return forkings;
+}
+
+// The controls of the first forking that can be passed in this order on every other one.
+Codes controlsInOrder(const std::vector<Codes>& forkings) {
+  std::unordered_map<Code, std::size_t> visitedBy;
+  for (const Codes& forking : forkings) {
+    for (const Code code : std::set<Code>(forking.begin(), forking.end())) ++visitedBy[code];
+  }
+  Codes common = forkings.front();
+  std::erase_if(common, [&](Code code) { return visitedBy.at(code) < forkings.size(); });
+  for (const Codes& forking : forkings) {
+    Codes passed;
+    for (const std::size_t place : placesIn(forking, common)) passed.push_back(forking[place]);
+    common = std::move(passed);
+  }
+  return common;
+}
+
+// Loops run in any order leave only their centre in common (LRKCodes::commonCodes). Where loops are
+// no forking, though, all their controls are; the rule that finds more is right.
+Codes commonControls(const std::vector<Codes>& forkings) {
+  if (forkings.empty()) return {};
+  if (forkings.size() == 1) return forkings.front();
+  LRKCodes common = codeList(forkings.front());
+  for (std::size_t i = 1; i < forkings.size() && common.count() > 0; ++i) {
+    common = common.commonCodes(codeList(forkings[i]));
+  }
+  Codes inOrder = controlsInOrder(forkings);
+  return inOrder.size() > common.codes().size() ? inOrder : common.codes();
+}
+
+void append(const LRKPunches& from, int index, LRKPunches& to) {
+  const int place = to.count();
+  if (place >= LRK_MAX_LIST) return;
+  to.count(place + 1);
+  to.edit(place, from.time(index), from.code(index));
+  to.isEstimated(place, from.isEstimated(index));
+}
+
+void reduce(LRKRunner& runner, const Codes& common) {
+  const LRKPunches all = std::exchange(runner.punches(), {});
+  const Controls controls(all);
+  std::vector<bool> stays(static_cast<std::size_t>(all.count()), true);
+  std::fill(stays.begin() + controls.begin, stays.begin() + controls.end, false);
+  for (const std::size_t place : placesIn(controlCodes(all), common)) {
+    stays[place + static_cast<std::size_t>(controls.begin)] = true;
+  }
+  for (int i = 0; i < all.count(); ++i) {
+    append(all, i, stays[static_cast<std::size_t>(i)] ? runner.punches() : runner.extraPunches());
+  }
+}
+
+}  // namespace
+
+void reduceToCommonControls(LRKCategory& category) {
+  const Codes common = commonControls(forkingsOf(category));
+  for (int i = 0; i < category.noOfRunners(); ++i) reduce(category.runner(i), common);
+}
+
+}  // namespace larkstone

@@ -1,0 +1,344 @@
+// Relays: the categories they are taken apart into, and the lists they come from.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "imported.hpp"
+
+namespace larkstone {
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+
+class RelayTest : public ImportTest {
+ protected:
+  // "A 0 1: S 0, 31 6000, F -": name, status, place and punches of every runner.
+  std::vector<std::string> runnersOf(int category) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < event.category(category)->noOfRunners(); ++i) {
+      const LRKRunner& who = runner(category, i);
+      texts.push_back(who.name() + ' ' + std::to_string(who.status()) + ' ' +
+                      std::to_string(who.resultPlace()) + ": " + textOf(who.punches()));
+    }
+    return texts;
+  }
+};
+
+// Member of an IOF XML 3.0 team; the splits are pairs "31 100".
+std::string member(std::string_view name, int leg, std::string_view start, std::string_view time,
+                   std::string_view status = "OK", std::string_view splits = {},
+                   std::string_view overall = {}) {
+  std::string result = element("Leg", std::to_string(leg)) + element("Status", status);
+  if (!start.empty()) result += element("StartTime", start);
+  if (!time.empty()) result += element("Time", time);
+  for (std::size_t at = 0; at + 6 <= splits.size(); at += 7) {
+    result += split(splits.substr(at, 2), splits.substr(at + 3, 3));
+  }
+  if (!overall.empty()) result += element("OverallResult", element("Status", overall));
+  return element("TeamMemberResult", element("Person", element("Name", element("Given", name))) +
+                                         element("Result", result));
+}
+
+std::string team(std::string_view name, std::string_view members) {
+  const std::string club = element("Organisation", element("Name", "OK " + std::string(name)));
+  return element("TeamResult", element("Name", name) + club + std::string(members));
+}
+
+// A has two runners on the second leg, B's second runner mispunches, C has none.
+const std::string threeTeams =
+    team("A", member("Ada", 1, "10:00:00", "600", "OK", "31 100 32 200 33 300") +
+                  member("Aga", 3, "10:20:50", "600", "OK", "", "OK") +
+                  member("Ann", 2, "10:10:00", "700", "OK", "41 100") +
+                  member("Asa", 2, "10:10:00", "650", "OK", "41 120")) +
+    team("B", member("Bea", 1, "10:00:00", "610", "OK", "31 110 34 210 33 310") +
+                  member("Bo", 2, "10:10:10", "640", "MissingPunch") +
+                  member("Bri", 3, "10:20:50", "500", "OK", "", "MissingPunch")) +
+    team("C", member("Cia", 1, "10:00:00", "590", "OK", "31 120 32 220 33 320") +
+                  member("Cleo", 3, "10:22:00", "660"));
+
+TEST_F(RelayTest, BecomesTeamsAndLegs) {
+  ASSERT_EQ(importXml(list3(class3(threeTeams + person3("", "Eva"), "Open"))), 0);
+  EXPECT_THAT(categoryNames(event),
+              ElementsAre("Open", "Open whole legs", "Open 1 common controls",
+                          "Open 2 common controls", "Open 3 common controls"));
+  // 10:00:00 is 3600000. The mispunched leg ends for the runner alone.
+  EXPECT_THAT(runnersOf(1), ElementsAre("A 0 1: S 3600000, 31 3660000, 32 3725000, F 3785000",
+                                        "B 6 0: S 3600000, 31 3661000, 32 -, F 3775000",
+                                        "C 14 0: S 3600000, 31 3659000, 32 -, F 3798000"));
+  EXPECT_THAT(runnersOf(2), ElementsAre("Ada 0 2: S 3600000, 31 3610000, 33 3630000, F 3660000",
+                                        "Bea 0 3: S 3600000, 31 3611000, 33 3631000, F 3661000",
+                                        "Cia 0 1: S 3600000, 31 3612000, 33 3632000, F 3659000"));
+  EXPECT_EQ(textOf(runner(2, 1).extraPunches()), "34 3621000");
+  EXPECT_THAT(runnersOf(3), ElementsAre("Ann 0 2: S 3660000, 41 3670000, F 3730000",
+                                        "Asa 0 1: S 3660000, 41 3672000, F 3725000",
+                                        "Bo 6 0: S 3661000, F 3725000"));
+  EXPECT_EQ(setProperties(runner(4, 2)),
+            "firstName=Cleo club=OK C relayLeg=3 relayTeamID=3 relayTeam=C ");
+  EXPECT_EQ(event.category(1)->noOfRelayLegs(), 3);
+
+  importer.setLocalizedStrings("Staffel", "gemeinsam");
+  const std::string list = folder.write("list.xml", list3(class3(threeTeams, "Open")));
+  ASSERT_EQ(importer.import_parallel(LRK_IMPORT_XML, event, list, 0, erpmSlowestTime), 0);
+  EXPECT_EQ(event.categoryName(5) + ", " + event.categoryName(6), "Open Staffel, Open 1 gemeinsam");
+  EXPECT_EQ(runnersOf(5)[0], "A 0 1: S 3600000, 31 3660000, 32 3730000, F 3785000");
+}
+
+TEST_F(RelayTest, LegsInClassResultsOfTheirOwnAreOneRelay) {
+  // Splits of later legs count from the start of the relay, as the runner who has finished shows.
+  const auto leg = [](int number, std::string_view start, std::string_view splits) {
+    return class3(team("A", member("Ada", number, start, "600", "OK", splits)) +
+                      team("B", member("Bea", number, start, "", "OK", splits)),
+                  "Open");
+  };
+  const std::string first = leg(1, "2026-05-03T23:50:00Z", "31 100");
+  const std::string second = leg(2, "2026-05-04T00:00:00Z", "32 700");
+  ASSERT_EQ(importXml(list3(first + second)), 0);
+  EXPECT_THAT(categoryNames(event),
+              ElementsAre("Open whole legs", "Open 1 common controls", "Open 2 common controls"));
+  EXPECT_THAT(runnersOf(0), ElementsAre("A 0 1: S 8580000, 31 8640000, F 8700000",
+                                        "B 0 0: S 8580000, 31 -, F -"));
+  EXPECT_THAT(runnersOf(2), ElementsAre("Ada 0 1: S 8640000, 32 8650000, F 8700000",
+                                        "Bea 0 0: S 8640000, 32 8650000, F -"));
+  // The same leg twice, or other teams, are relays of their own.
+  ASSERT_EQ(importXml(list3(first + first + class3(team("D", member("Di", 2, "", "9")), "Open"))),
+            0);
+  EXPECT_EQ(event.noOfCategories(), 3 + 2 + 2 + 2);
+}
+
+TEST_F(RelayTest, VersionTwoTellsOfLegsByOrder) {
+  const auto person = [](std::string_view name, std::string_view result) {
+    return element("PersonResult",
+                   element("Person", element("PersonName", element("Given", name))) +
+                       element("Result", result));
+  };
+  const std::string ok = "<CompetitorStatus value='OK'/>";
+  const std::string members =
+      person("Ada", ok + element("Time", "27:00") + split("31", "2:00")) +
+      person("Aga", ok + element("Time", "28:00")) +
+      person("Ann", ok + "<TeamSequence>2</TeamSequence><Time>29:00</Time>");
+  const std::string list =
+      "<IOFVersion version='2.0.3'/>" +
+      element("ClassResult", "<ClassShortName>Men</ClassShortName>" +
+                                 element("TeamResult",
+                                         "<TeamName>A</TeamName><CountryId value='SUI'/><StartTime>"
+                                         "<Clock>10:00:00</Clock></StartTime><TeamStatus "
+                                         "value='OK'/>" +
+                                             members) +
+                                 element("TeamResult",
+                                         "<TeamName>B</TeamName><FinishTime><Clock>11:00:00"
+                                         "</Clock></FinishTime>"));
+  ASSERT_EQ(importXml(element("ResultList", list)), 0);
+  // Starts that are not told follow from the team's start and the leg before.
+  EXPECT_THAT(runnersOf(0), ElementsAre("A 0 1: S 3600000, 31 3762000, F 3930000",
+                                        "B 14 0: S 0, 31 -, F 3960000"));
+  EXPECT_EQ(runner(0, 0).clubCountryCode(), "SUI");
+  EXPECT_THAT(runnersOf(1), ElementsAre("Ada 0 1: S 3600000, 31 3612000, F 3762000"));
+  EXPECT_THAT(runnersOf(2),
+              ElementsAre("Aga 0 1: S 3762000, F 3930000", "Ann 0 2: S 3762000, F 3936000"));
+}
+
+// A relay category that a host has put together.
+LRKCategory relayOf(
+    std::initializer_list<std::tuple<const char*, int, Time, Time, enmStatus>> runners) {
+  LRKCategory category;
+  category.name("Open");
+  category.extraInfo("teamResults");
+  for (const auto& [key, leg, start, finish, status] : runners) {
+    LRKRunner runner;
+    runner.name(key);
+    runner.extraInfo(key);
+    if (leg != 0) runner.relayLeg(static_cast<std::int16_t>(leg));
+    runner.startTime(start);
+    runner.finishTime(finish);
+    runner.status(status);
+    category.addRunner(runner);
+  }
+  return category;
+}
+
+TEST_F(RelayTest, HostsHandOverCategories) {
+  for (const char* const name : {"A", "B", "C"}) {
+    LRKCategory category;
+    category.name(name);
+    event.addCategory(category);
+  }
+  // Nobody's teams, keys that are none, legs that are none; a leg before the start is on the next
+  // day, leg 255 the last there is.
+  LRKCategory relay = relayOf({{"runner_7", 1, 8000000, 8100000, estaOK},
+                               {"team_7", 0, 0, 0, estaOK},
+                               {"runner_7", 2, 100000, 200000, estaOK},
+                               {"runner_7", 2, 100000, 150000, estaDisqualified},
+                               {"runner_8", 255, 100, 200, estaOK},
+                               {"runner_7", 256, 100, 200, estaOK},
+                               {"runner_7", 0, 100, 200, estaOK},
+                               {"team_", 0, 0, 0, estaOK},
+                               {"runner_7x", 1, 0, 0, estaOK},
+                               {"Eva", 1, 0, 0, estaOK}});
+  event.category(1, relay);
+  event.moveCategory(1, 0);
+  relay = *event.category(0);
+  ASSERT_EQ(importer.createRelayResults(event, relay, true, erpmSlowestTime), 0);
+  EXPECT_THAT(categoryNames(event),
+              ElementsAre("Open whole legs", "Open 1 common controls", "Open 2 common controls",
+                          "Open 255 common controls", "A", "C"));
+  EXPECT_EQ(relay.name(), "Open whole legs");
+  EXPECT_EQ(relay.categoryIndex(), 0);
+  const LRKPunches& punches = runner(0, 0).punches();
+  EXPECT_EQ(punches.count(), 256);
+  EXPECT_EQ(punches.time(2), 200000 + 24 * 360000);
+  EXPECT_EQ(punches.code(254), 30 + 254);
+  EXPECT_EQ(runnersOf(2).size(), 1U);  // who is disqualified is left out
+  EXPECT_EQ(setProperties(runner(3, 0)), "name=runner_8 relayLeg=255 relayTeamID=8 ");
+
+  LRKCategory none = relayOf({{"Eva", 1, 0, 0, estaOK}});
+  EXPECT_EQ(importer.createRelayResults(event, none, false, erpmFastestTime), 0);
+  EXPECT_EQ(event.noOfCategories(), 6);
+}
+
+TEST_F(RelayTest, AnEventThatTakesNoMoreStaysAsItWas) {
+  LRKCategory relay = relayOf({{"team_1", 0, 0, 0, estaOK}, {"runner_1", 1, 0, 9, estaOK}});
+  LRKCategory filler;
+  filler.name("F");
+  while (event.addCategory(filler) == 0) {
+  }
+  event.deleteCategory(0);
+  const int full = event.noOfCategories();
+  EXPECT_EQ(importer.createRelayResults(event, relay, false, erpmFastestTime),
+            256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(relay.name(), "Open");
+  EXPECT_EQ(importXml(list3(class3(threeTeams, "Open"))), 256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(event.noOfCategories(), full);
+}
+
+TEST_F(RelayTest, CommonControlsAreThoseOfAllForkings) {
+  struct Row {
+    std::initializer_list<std::string_view> courses;  // of the runners, "-" before who mispunched
+    std::string_view reduced;                         // of each
+  };
+  const Row rows[] = {
+      {{"31 32", "31 32"}, "31 32|31 32|"},
+      {{"31 32 33", "31 34 33", "-35 33 36"}, "31 33|31 33|33|"},
+      {{"-31 32", "-33 32"}, "32|32|"},
+      {{"50 11 50 12 50", "50 12 50 11 50"}, "50 50 50|50 50 50|"},
+      // Loops that all run alike are no forking.
+      {{"31 40 41 40 42 43 33", "32 40 41 40 42 43 33"}, "40 41 40 42 43 33|40 41 40 42 43 33|"},
+      {{"31", "32"}, "||"},
+  };
+  for (const Row& row : rows) {
+    std::string teams;
+    for (std::string_view course : row.courses) {
+      const bool mispunched = course.starts_with('-');
+      if (mispunched) course.remove_prefix(1);
+      std::string splits;
+      for (; !course.empty(); course.remove_prefix(std::min<std::size_t>(3, course.size()))) {
+        splits += std::string(course.substr(0, 2)) + " 100 ";
+      }
+      teams += team("T", member("M", 1, "", "900", mispunched ? "MissingPunch" : "OK", splits));
+    }
+    const int leg = event.noOfCategories() + 1;
+    ASSERT_EQ(importXml(list3(class3(teams))), 0);
+    std::string reduced;
+    for (int i = 0; i < event.category(leg)->noOfRunners(); ++i) {
+      const LRKPunches& punches = runner(leg, i).punches();
+      for (int k = 1; k < punches.count() - 1; ++k) {
+        reduced += (k > 1 ? " " : "") + std::to_string(punches.code(k));
+      }
+      reduced += '|';
+    }
+    EXPECT_EQ(reduced, row.reduced);
+  }
+}
+
+TEST_F(RelayTest, PekkaPirilaIndividual) {
+  const auto control = [](int order, std::string_view code, std::string_view time) {
+    return element("Control", element("ControlOrder", std::to_string(order)) +
+                                  element("CCode", code) + element("ControlTime", time));
+  };
+  const auto competitor = [](std::string_view name, std::string_view time, std::string_view status,
+                             std::string_view controls) {
+    return element("Competitor",
+                   "<ClubID>4</ClubID><ClubName>RR</ClubName><StartTime>12:00:00"
+                   "</StartTime><Nationality>FIN</Nationality>" +
+                       std::string(name) + element("Time", time) + element("Status", status) +
+                       element("SplitTimes", controls));
+  };
+  const std::string list = element(
+      "Event",
+      "<EventName>Kisa</EventName>" +
+          element("EventClass",
+                  "<ClassName>H21</ClassName><ClassDist>5.2</ClassDist>" +
+                      competitor("<Name><Family>Åkk</Family><Given>Ö</Given></Name>", "10.30", "",
+                                 control(1, "31", "1.00") + control(3, "33", "3.00") +
+                                     control(4, "", "10.30")) +
+                      competitor("<Name>B C</Name>", "DNF", "DNF",
+                                 control(2, "32", "2.00") + control(1, "31", "1.10"))));
+  EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, folder.write("list.xml", list)), 0);
+  EXPECT_EQ(event.name() + "|" + event.importedFrom(), "Kisa|Pekka Pirilä XML");
+  EXPECT_EQ(event.category(0)->courseLength(), 520000);
+  EXPECT_EQ(setProperties(runner(0, 0)), "firstName=Ö lastName=Åkk club=RR nationality=FIN ");
+  // Gaps are filled from others on the same course; the finish is no control.
+  EXPECT_THAT(runnersOf(0),
+              ElementsAre("Ö Åkk 0 1: S 4320000, 31 4326000, 32 -, 33 4338000, F 4383000",
+                          "B C 7 0: S 4320000, 31 4327000, 32 4332000, 33 -, F -"));
+  const std::pair<std::string_view, enmStatus> words[] = {{"dq", estaDisqualified},
+                                                          {"Dns", estaDidNotStart},
+                                                          {"MIS", estaMisPunch},
+                                                          {"Kesk", estaDidNotFinish},
+                                                          {"", estaOK},
+                                                          {"??", estaUnknown}};
+  for (const auto& [word, status] : words) {
+    const std::string event1 = element("EventClass", competitor("", "", word, ""));
+    ASSERT_EQ(importer.importPekkaPirilaXML(event, folder.write("1.xml", element("Event", event1))),
+              0);
+    EXPECT_EQ(runner(event.noOfCategories() - 1, 0).status(), status) << word;
+  }
+}
+
+TEST_F(RelayTest, PekkaPirilaRelayInItsThreeSetsOfNames) {
+  constexpr std::string_view names[][11] = {
+      {"event", "class", "classname", "team", "teamname", "teamnro", "leg", "legnro", "cn", "cc",
+       "ct"},
+      {"event", "class", "classname", "team", "teamname", "teamnro", "leg", "legnro", "controlnro",
+       "controlcode", "controltime"},
+      {"Event", "Class", "ClassName", "Team", "TeamName", "TeamNro", "Leg", "LegNro",
+       "ControlOrder", "CCode", "ControlTime"},
+  };
+  for (const auto& set : names) {
+    const auto leg = [&](int number, std::string_view name, std::string_view result) {
+      return element(set[6], element(set[7], std::to_string(number)) + element("nm", name) +
+                                 "<crs>A</crs><emit>123</emit>" + element("result", result) +
+                                 element("control", element(set[8], "1") + element(set[9], "31") +
+                                                        element(set[10], "1.00")));
+    };
+    const auto team = [&](std::string_view result, const std::string& legs) {
+      return element(set[3], element(set[4], "RR") + element(set[5], "2") +
+                                 element("result", result) + "<placement>9</placement>" + legs);
+    };
+    const std::string relay =
+        element(std::string(set[0]) + " Type=\"Relay\"",
+                element(set[1], element(set[2], "Men") +
+                                    team("30.00", leg(1, "Ada", "10.00") + leg(2, "Aga", "25.00") +
+                                                      leg(2, "Asa", "20.00")) +
+                                    team("DNF", leg(1, "Bea", "11.00") + leg(2, "Bo", "DNF"))));
+    const int at = event.noOfCategories();
+    const std::string file = folder.write("list.xml", relay);
+    EXPECT_EQ(importer.import_parallel(LRK_IMPORT_AUTO, event, file, 0, erpmSlowestTime), 0);
+    EXPECT_THAT(runnersOf(at),
+                ElementsAre("RR 2 0 1: S 0, 31 60000, F 180000", "RR 2 7 9: S 0, 31 66000, F -"));
+    EXPECT_EQ(runnersOf(at + 2)[1], "Asa 0 1: S 60000, 31 66000, F 180000");
+    EXPECT_EQ(setProperties(runner(at + 2, 0)),
+              "cCardID=123 name=Aga club=RR relayLeg=2 relayTeamID=1 relayTeam=RR 2 courseName=A ");
+    // The relay reader itself takes the mode at its word.
+    EXPECT_EQ(importer.importPekkaPirilaRelayXML(event, file, erpmSlowestTime), 0);
+    EXPECT_EQ(runnersOf(at + 3)[0], "RR 2 0 1: S 0, 31 60000, F 210000");
+  }
+  const std::string other = folder.write("other.xml", "<Event><EventClass/></Event>");
+  EXPECT_EQ(importer.importPekkaPirilaRelayXML(event, other),
+            LRK_IMPORT_PEKKA_PIRILA_XML_INVALID_FORMAT);
+  EXPECT_EQ(importer.importPekkaPirilaXML(event, folder.write("other.xml", "<Event/>")),
+            LRK_IMPORT_PEKKA_PIRILA_XML_INVALID_FORMAT);
+}
+
+}  // namespace
+}  // namespace larkstone
