@@ -219,11 +219,11 @@ const std::string eTimingPage =
     aligned("<b>  1 Ek, Eva", 47, {"32:01", "OK Sk&ouml;ld</b>"}, 17) +
     " 3:38    <b>5:57</b>  32:01\n 3:38  2:19  26:04\n" +
     aligned("<b>  2 Bo Berg", 47, {"33:01"}).substr(0, 47) +
-    "</b>\n --  5:50  33:01\n     5:50  27:11\ndisk\n</pre>\n<h2>H21 "
+    "</b>\n --  5:50  33:01\n     5:50  27:11\ndisk\n</pre>\n<h2><a name=h>H21</a> 5,1 km"
     "</h2><pre><b>Per</b>\n1:00\n3:00\n";
 constexpr std::string_view eTimingRead =
     "D21 420000: Eva Ek, OK Sköld, 0: S 0, 101 21800, 102 35700, F 192100; Bo Berg, , 0: S 0, "
-    "101 -, 102 35000, F 198100\nH21 0: Per, , 0: S 0, 31 6000, F 18000";
+    "101 -, 102 35000, F 198100\nH21 510000: Per, , 0: S 0, 31 6000, F 18000";
 
 TEST_F(SplitListsTest, OlaAndETiming) {
   EXPECT_EQ(imported(olaPage), olaRead);

@@ -131,10 +131,14 @@ class ETimingReader {
  private:
   void readClass(std::string_view part) {
     LRKCategory category;
-    const std::string heading = htmlToText(popFieldNoCase(part, "</h2"));
-    const auto gap = std::min(heading.find("  "), heading.size());
-    category.name(utf8FromWindows1252(trimmed(heading.substr(0, gap))));
-    const std::string_view length = trimmed(std::string_view(heading).substr(gap));
+    std::string_view heading = trimmed(popFieldNoCase(part, "</h2"));
+    while (heading.starts_with('<')) removeThrough(heading, ">");
+    const std::string_view html = textBefore(heading, "<");
+    std::string name = htmlToText(html);
+    std::replace(name.begin(), name.end(), '\xA0', ' ');
+    const auto gap = std::min(name.find("  "), name.size());
+    const std::string length = lineText(name.substr(gap)) + lineText(heading.substr(html.size()));
+    category.name(utf8FromWindows1252(trimmed(name.substr(0, gap))));
     if (length.ends_with('m') && stringToLength(length) > 0) {
       category.courseLength(stringToLength(length));
     }
