@@ -79,7 +79,14 @@ TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
   const auto relayRow = [](const std::string& name) {
     return "7;;;;;;;;;;;;;;;;;;;" + name + ";;;;;;;;;;;0;1;1;Ek;Ed;;;0:00;9:00;\n;";
   };
+  const std::string ola = "<tr valign><td>1<td>Eva<td>9:00</tr></table><table><tr><td>";
+  const std::string eTiming = "</h2><pre><b>Eva</b>\n1:00\n</pre><h2>";
+  const std::string splits = " (1)\n   1 Eva                         9:00\n";
   const std::string lists[] = {
+      "med OLA version<table><tr><td>A</tr>" + ola + "B</tr>" + ola + "C</tr>" + ola,
+      "<h1>eTiming</h1><h2>A" + eTiming + "B" + eTiming + "C" + eTiming + "D",
+      "Split time results\n  Pl Name                        Time\nA" + splits + "B" + splits + "C" +
+          splits,
       listOf({"A", "B", "C"}),
       "Larkstone Standard Text Format\nE\n\n\nA\n1\nEva\nBo\n\nB\n1\nAl\n\n\nC\n1\nDi",
       "OE0012;Name;Long;\n;1;A;\n;2;A;\n;3;B;\n;4;C;\n",

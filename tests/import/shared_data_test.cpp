@@ -20,6 +20,7 @@ struct Fact {
   int categories;
   int runners;
   int punches;  // without start and finish, with additional ones
+  enmImportConstants format = LRK_IMPORT_AUTO;
 };
 constexpr Fact facts[] = {
     {"iof_xml_2/20130508_200904_emma.xml", 0, 23, 377, 542},
@@ -30,6 +31,7 @@ constexpr Fact facts[] = {
     {"iof_xml_3/etiming_iofres.xml", 0, 42, 235, 4166},
     {"iof_xml_3/otime_2012.xml", 0, 3, 94, 1197},
     {"iof_xml_3/wc2023_middle_results.xml", 0, 2, 257, 5404},
+    {"lookalikes/online_splits_table.html", 9, 0, 0, 0},
     {"oe_csv/boc2003.csv", 0, 69, 2017, 30348},
     {"oe_csv/kup10_brac.csv", 0, 22, 267, 2614},
     {"oe_csv/oe2010_splits_day5.csv", 0, 1, 28, 84},
@@ -42,6 +44,17 @@ constexpr Fact facts[] = {
     {"pekka_html/vali.html", 0, 34, 712, 8237},
     {"pekka_html/vali_webapp.html", 0, 34, 712, 8237},
     {"lookalikes/eresults_satarastit150414.html", LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, 0, 0, 0},
+    {"sportsoftware_splits/132.html", 0, 2, 103, 1204},
+    {"sportsoftware_splits/46.html", 0, 1, 25, 300},
+    {"sportsoftware_splits/79.txt", 0, 10, 157, 1749},
+    {"sportsoftware_splits/LangdonHills.html", 0, 8, 168, 2542},
+    {"sportsoftware_splits/aus.html", 0, 2, 63, 1669},
+    {"sportsoftware_splits/czech.html", 0, 23, 507, 8068},
+    {"sportsoftware_splits/frenchNosClub.html", 0, 24, 352, 4114},
+    {"sportsoftware_splits/german.html", 0, 12, 112, 1465, LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT},
+    {"sportsoftware_splits/jok.html", 0, 4, 322, 3011},
+    {"sportsoftware_splits/missinghour.html", 0, 61, 638, 13429},
+    {"sportsoftware_splits/missingTimes.html", 0, 8, 87, 1358},
 };
 
 TEST(SharedDataTest, ListsHoldWhatWasCounted) {
@@ -55,7 +68,7 @@ TEST(SharedDataTest, ListsHoldWhatWasCounted) {
     ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
     LRKImport importer;
     const std::string file = std::string(data) + "/" + std::string(fact.file);
-    EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), fact.code);
+    EXPECT_EQ(importer.import(fact.format, event, file), fact.code);
     EXPECT_EQ(event.noOfCategories(), fact.categories);
     int runners = 0;
     int punches = 0;

@@ -14,6 +14,9 @@ std::int32_t readCsvRelay(ReadJob& job);
 std::int32_t readCsvSiMan(ReadJob& job);
 std::int32_t readIofXml(ReadJob& job);
 std::int32_t readLrk3(ReadJob& job);
+std::int32_t readSportSoftwareSplits(ReadJob& job);
+std::int32_t readOlaHtml(ReadJob& job);
+std::int32_t readETimingHtml(ReadJob& job);
 std::int32_t readStandardText(ReadJob& job);
 /// Individual results, or a relay whose fastest parallel runners count.
 std::int32_t readPekkaPirilaXml(ReadJob& job);

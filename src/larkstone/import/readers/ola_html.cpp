@@ -1,0 +1,231 @@
+// OLA's page of split times: a table for each class. The times of a runner fill a grid, row by row:
+// each cell holds a column of it, a time a line. The last one is the finish.
+//
+//   <h1>Spring Sprint, Sunday</h1>  <h2>2004-05-02</h2>
+//   <table>
+//     <tr><td>D21</td><td>4 200 m</td></tr>
+//     <tr valign=top>
+//       <td>1</td> <td>Ann Bell<br>OK North</td> <td>32:01</td>
+//       <td>3:38<br>32:01</td> <td>5:57<br>&nbsp;</td>       controls 31, 32, then the finish
+//     </tr>
+//   </table>
+//   Skapad med OLA version 4.2.1</body>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "larkstone/core/length.hpp"
+#include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/event/event.hpp"
+#include "larkstone/import/reader_run.hpp"
+#include "larkstone/import/readers.hpp"
+#include "larkstone/import/readers/split_list.hpp"
+#include "larkstone/import/scan/date_text.hpp"
+#include "larkstone/import/scan/fields.hpp"
+#include "larkstone/import/scan/page_lines.hpp"
+#include "larkstone/import/scan/text_lines.hpp"
+
+namespace larkstone {
+
+namespace {
+
+constexpr Code codeBeforeFirst = 30;
+
+// The content of the first such element, up to any end tag.
+std::string headingOf(std::string_view page, std::string_view tag) {
+  removeThroughNoCase(page, tag);
+  removeThrough(page, ">");
+  return lineText(textBefore(page, "</"));
+}
+
+std::vector<std::string_view> cellsOf(std::string_view row) {
+  std::vector<std::string_view> cells;
+  removeThroughNoCase(row, "<td");
+  while (!row.empty()) {
+    std::string_view cell = popFieldNoCase(row, "<td");
+    removeThrough(cell, ">");
+    cells.push_back(textBeforeNoCase(cell, "</td"));
+  }
+  return cells;
+}
+
+// The texts between line breaks.
+std::vector<std::string> linesOf(std::string_view cell) {
+  std::vector<std::string> lines;
+  while (!cell.empty()) {
+    lines.push_back(lineText(popFieldNoCase(cell, "<br")));
+    if (!cell.empty()) removeThrough(cell, ">");
+  }
+  return lines;
+}
+
+// Rows of runners are told by their alignment; other attributes may stand beside it.
+bool isRunnerRow(std::string_view row) {
+  for (removeThroughNoCase(row, "<tr"); !row.empty(); removeThroughNoCase(row, "<tr")) {
+    if (occursIn(popField(row, ">"), "valign")) return true;
+  }
+  return false;
+}
+
+// The times of a runner in the order of the course; empty texts at the end do not count. Cells of
+// very different height stand for a damaged page: its grid is cut off.
+struct Grid {
+  explicit Grid(const std::vector<std::string_view>& cells) {
+    constexpr std::size_t firstColumn = 3;
+    constexpr std::size_t mostTimes = 1000;
+    std::vector<std::vector<std::string>> columns;
+    std::size_t height = 0;
+    for (std::size_t i = firstColumn; i < cells.size(); ++i) {
+      columns.push_back(linesOf(cells[i]));
+      height = std::max(height, columns.back().size());
+    }
+    isCut = columns.size() > 1 && height > 1 && columns.size() * height > mostTimes;
+    if (isCut) height = std::max<std::size_t>(mostTimes / columns.size(), 1);
+    for (std::size_t line = 0; line < height; ++line) {
+      for (std::vector<std::string>& column : columns) {
+        times.push_back(line < column.size() ? std::move(column[line]) : std::string());
+      }
+    }
+    while (!times.empty() && times.back().empty()) times.pop_back();
+  }
+
+  std::vector<std::string> times;
+  bool isCut = false;
+};
+
+class OlaReader {
+ public:
+  OlaReader(ReadJob& job, std::string_view page, int lines)
+      : job_(job), run_(job), page_(page), counter_(page), lines_(lines) {}
+
+  std::int32_t read(const std::string& importedFrom) {
+    std::string_view rest = page_;
+    removeThroughNoCase(rest, "<table");
+    while (!rest.empty() && !run_.stopped()) {
+      std::string_view table = popFieldNoCase(rest, "<table");
+      removeThrough(table, ">");
+      readTable(textBeforeNoCase(table, "</table"));
+    }
+    return run_.end(importedFrom);
+  }
+
+ private:
+  void readTable(std::string_view table) {
+    noOfControls_ = -1;
+    bool hasHeading = false;
+    while (!table.empty()) {
+      const std::string_view row = popFieldNoCase(table, "</tr");
+      const int line = counter_.lineOf(row);
+      if (isRunnerRow(row)) {
+        readRunner(cellsOf(row), line);
+        if (!run_.progress(counter_.lineOf(table), lines_)) return;
+      } else if (!hasHeading) {
+        hasHeading = readHeading(cellsOf(row));
+      }
+    }
+  }
+
+  // A class is opened by its first runner: tables without any are for the looks of the page. A
+  // heading with a table of its own belongs to the next one.
+  bool readHeading(const std::vector<std::string_view>& cells) {
+    const std::string name = cells.empty() ? std::string() : lineText(cells[0]);
+    if (name.empty()) return false;
+    heading_ = LRKCategory();
+    heading_.name(name);
+    for (std::size_t i = 1; i < cells.size(); ++i) {
+      std::string text = lineText(cells[i]);
+      text.erase(std::remove(text.begin(), text.end(), ' '), text.end());  // "4 200 m"
+      const Length length = stringToLength(text);
+      if (length > 0 && lowered(text).ends_with('m')) heading_.courseLength(length);
+    }
+    return true;
+  }
+
+  void readRunner(const std::vector<std::string_view>& cells, int line) {
+    LRKRunner runner;
+    const LineNotes notes(job_.session, line, &runner);
+    const Grid grid(cells);
+    if (noOfControls_ < 0) {
+      run_.beginCategory(heading_);
+      noOfControls_ = static_cast<int>(std::min<std::size_t>(grid.times.size(), LRK_MAX_LIST - 1));
+    }
+    if (cells.size() < 3) {
+      notes("row without a result");
+      return;
+    }
+    std::string_view person = cells[1];
+    runner.name(lineText(popFieldNoCase(person, "<br")));
+    removeThrough(person, ">");
+    const std::string club = lineText(textBeforeNoCase(person, "<br"));
+    if (!club.empty()) runner.club(club);
+    if (run_.category().courseLengthSet()) runner.courseLength(run_.category().courseLength());
+    const Time result = readResult(lineText(cells[2]), runner);
+    readTimes(grid, runner, notes);
+    if (isDisq(runner.finishTime())) runner.finishTime(result);
+    run_.addRunner(std::move(runner), notes);
+  }
+
+  static Time readResult(const std::string& text, LRKRunner& runner) {
+    const Time time = stringToTime(text, etacAuto, true);
+    const bool notApproved = lowered(text).find("ej godk") != std::string::npos;
+    runner.status(!isDisq(time) ? estaOK : notApproved ? estaDidNotFinish : estaDisqualified);
+    return time;
+  }
+
+  void readTimes(const Grid& grid, LRKRunner& runner, const LineNotes& notes) const {
+    runner.startTime(0);
+    const auto known = static_cast<int>(std::min<std::size_t>(grid.times.size(), LRK_MAX_LIST));
+    const int last = std::min(noOfControls_, std::max(known, mostControlsWithoutTimes));
+    for (int position = 1; position <= last; ++position) {
+      Time time = LRK_NO_TIME;
+      if (position <= known) {
+        const std::string& text = grid.times[static_cast<std::size_t>(position - 1)];
+        time = stringToTime(textBefore(text, " "), etacAuto, true);  // a place may follow
+        if (isDisq(time) && text.find_first_not_of('-') != std::string::npos) {
+          notes("unreadable time", text);
+        }
+      }
+      const int code = std::min<int>(codeBeforeFirst + position, LRK_START_CODE - 1);
+      runner.punches().add(time,
+                           position < noOfControls_ ? static_cast<Code>(code) : LRK_FINISH_CODE);
+    }
+    if (grid.isCut || known > noOfControls_) notes("more times than controls");
+    if (!runner.punches().finishExists()) runner.finishTime(LRK_NO_TIME);
+  }
+
+  ReadJob& job_;
+  ReaderRun run_;
+  std::string_view page_;
+  LineCounter counter_;
+  int lines_;
+  LRKCategory heading_;
+  int noOfControls_ = -1;  // of the class in this table; -1 before its first runner
+};
+
+// "4.2.1" of the footer "... med OLA version 4.2.1</body>".
+std::string versionOf(std::string_view page) {
+  removeThrough(page, "med OLA version");
+  return lineText(textBefore(page, "</"));
+}
+
+}  // namespace
+
+std::int32_t readOlaHtml(ReadJob& job) {
+  TextLines file;
+  const bool isRead = file.read(job.fileName, TextLines::Form::windows1252);
+  const std::string_view page = file.text();
+  const bool hasFooter = page.find("med OLA version") != std::string_view::npos;
+  if (!isRead || (!hasFooter && !occursIn(page, "<tr valign")))
+    return LRK_IMPORT_OLA_HTML_INVALID_FORMAT;
+  job.event.name(std::string(textBefore(headingOf(page, "<h1"), ", ")));
+  if (const auto date = dateOf(headingOf(page, "<h2"))) job.event.startDate(*date);
+  const std::string version = versionOf(page);
+  return OlaReader(job, page, file.count())
+      .read(version.empty() ? "OLA HTML" : "OLA " + version + " HTML");
+}
+
+}  // namespace larkstone
