@@ -182,10 +182,10 @@ bool equalNoCase(std::string_view a, std::string_view b) {
   return lowered(a) == lowered(b);
 }
 
-std::string takeCharacter(std::string_view& utf8) {
+std::string_view takeCharacter(std::string_view& utf8) {
   if (utf8.empty()) return {};
   const std::size_t length = std::max<std::size_t>(decode(utf8).length, 1);
-  std::string character(utf8.substr(0, length));
+  const std::string_view character = utf8.substr(0, length);
   utf8.remove_prefix(length);
   return character;
 }

@@ -24,7 +24,7 @@ std::string escapedMarkup(std::string_view utf8);
 bool equalNoCase(std::string_view a, std::string_view b);
 
 /// Takes the first character (its whole UTF-8 sequence) off the text; empty at the end.
-std::string takeCharacter(std::string_view& utf8);
+std::string_view takeCharacter(std::string_view& utf8);
 
 /// Whether the bytes are well-formed UTF-8.
 bool isUtf8(std::string_view bytes);

@@ -30,17 +30,12 @@ constexpr Time unitOf(enmTimeAccuracy accuracy) {
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-std::string withFullStops(std::string_view text) {
-  std::string result(trimmed(text));
-  std::replace_if(
-      result.begin(), result.end(), [](char c) { return c == ',' || c == ':'; }, '.');
-  return result;
-}
+bool isDelimiter(char c) { return c == '.' || c == ',' || c == ':'; }
 
 enmTimeAccuracy accuracyOfText(std::string_view text) {
-  if (std::count(text.begin(), text.end(), '.') != 3) return etacSeconds;
-  return text.substr(text.size() - 2).find('.') == std::string_view::npos ? etacHundredthsSeconds
-                                                                          : etacTenthsSeconds;
+  if (std::count_if(text.begin(), text.end(), isDelimiter) != 3) return etacSeconds;
+  return isDelimiter(text[text.size() - 2]) || isDelimiter(text.back()) ? etacTenthsSeconds
+                                                                        : etacHundredthsSeconds;
 }
 
 // Groups of digits, taken from the right: the first counts in the accuracy's unit, the following
@@ -82,7 +77,7 @@ Time sumOfGroups(std::string_view text, enmTimeAccuracy accuracy) {
       if (++digits > 4) return LRK_NO_TIME;
       value += (c - '0') * scale;
       scale *= 10;
-    } else if (c == '.') {
+    } else if (isDelimiter(c)) {
       anyDigit = anyDigit || digits > 0;
       sum.add(value);
       value = digits = 0;
@@ -93,11 +88,27 @@ Time sumOfGroups(std::string_view text, enmTimeAccuracy accuracy) {
   return static_cast<Time>(sum.total());
 }
 
-std::string padded(std::int64_t value, std::size_t width) {
-  std::string digits = std::to_string(value);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-  return digits;
-}
+// A short text put together from numbers and delimiters.
+class TimeText {
+ public:
+  void add(std::string_view text) {
+    for (const char c : text) text_[length_++] = c;
+  }
+  void number(std::int64_t value, int width = 1) {
+    int digits = 1;
+    for (std::int64_t rest = value / 10; rest > 0; rest /= 10) ++digits;
+    digits = std::max(digits, width);
+    for (int i = digits - 1; i >= 0; --i, value /= 10) {
+      text_[length_ + static_cast<std::size_t>(i)] = static_cast<char>('0' + value % 10);
+    }
+    length_ += static_cast<std::size_t>(digits);
+  }
+  std::string text() const { return {text_.data(), length_}; }
+
+ private:
+  std::array<char, 48> text_;  // a sign, four numbers of at most ten digits, three characters
+  std::size_t length_ = 0;
+};
 
 // A time cut into what the clock shows.
 struct ClockParts {
@@ -107,35 +118,41 @@ struct ClockParts {
   std::int64_t hundredths;
 };
 
-std::string baseText(const ClockParts& parts, int baseStyle, enmTimeAccuracy accuracy,
-                     const std::array<std::string, 3>& delimiters) {
+struct Delimiters {
+  std::string_view hours;
+  std::string_view minutes;
+  std::string_view seconds;
+};
+
+void addBase(TimeText& text, const ClockParts& parts, int baseStyle, enmTimeAccuracy accuracy,
+             const Delimiters& delimiters) {
   const bool clock = baseStyle >= etstClockTime;
   const std::int64_t hours = clock ? parts.hours % 24 : parts.hours;
-  std::string hourText = padded(hours, baseStyle == etstClockTimeForceTwoHourDigits ? 2 : 1);
-  if (accuracy == etacHours) return hourText;
-  std::string text;
+  const int hourDigits = baseStyle == etstClockTimeForceTwoHourDigits ? 2 : 1;
+  if (accuracy == etacHours) return text.number(hours, hourDigits);
   if (clock || (baseStyle == etstHMS && hours != 0)) {
-    text = hourText + delimiters[0] + padded(parts.minutes, 2);
+    text.number(hours, hourDigits);
+    text.add(delimiters.hours);
+    text.number(parts.minutes, 2);
   } else {
-    text = std::to_string(baseStyle == etstMS ? hours * 60 + parts.minutes : parts.minutes);
+    text.number(baseStyle == etstMS ? hours * 60 + parts.minutes : parts.minutes);
   }
-  if (accuracy == etacMinutes) return text;
-  return text + delimiters[1] + padded(parts.seconds, 2);
+  if (accuracy == etacMinutes) return;
+  text.add(delimiters.minutes);
+  text.number(parts.seconds, 2);
 }
 
-std::string fractionText(std::int64_t hundredths, enmTimeAccuracy accuracy, bool truncated,
-                         const std::string& delimiter) {
-  switch (accuracy) {
-    case etacHundredthsSeconds:
-      return delimiter + padded(hundredths, 2);
-    case etacTenthsSeconds:
-      return delimiter + std::to_string(hundredths / 10);
-    case etacSeconds:
-      if (hundredths == 0 || truncated) return {};
-      return delimiter +
-             (hundredths % 10 == 0 ? std::to_string(hundredths / 10) : padded(hundredths, 2));
-    default:
-      return {};
+void addFraction(TimeText& text, std::int64_t hundredths, enmTimeAccuracy accuracy, bool truncated,
+                 std::string_view delimiter) {
+  if (accuracy > etacSeconds || accuracy < etacHundredthsSeconds) return;
+  if (accuracy == etacSeconds && (hundredths == 0 || truncated)) return;
+  const bool tenths =
+      accuracy == etacTenthsSeconds || (accuracy == etacSeconds && hundredths % 10 == 0);
+  text.add(delimiter);
+  if (tenths) {
+    text.number(hundredths / 10);
+  } else {
+    text.number(hundredths, 2);
   }
 }
 
@@ -143,12 +160,11 @@ std::string fractionText(std::int64_t hundredths, enmTimeAccuracy accuracy, bool
 
 Time stringToTime(std::string_view text, enmTimeAccuracy accuracy,
                   bool truncateIfTimeIsMoreAccurate) {
-  std::string groups = withFullStops(text);
+  std::string_view groups = trimmed(text);
   if (accuracy == etacAuto) accuracy = accuracyOfText(groups);
-  const bool negative =
-      !groups.empty() && groups.front() == '-' && groups.find('-', 1) == std::string::npos;
-  if (negative) groups.erase(0, 1);
-  if (groups.empty() || groups.find('-') != std::string::npos) return LRK_NO_TIME;
+  const bool negative = groups.starts_with('-') && groups.find('-', 1) == std::string_view::npos;
+  if (negative) groups.remove_prefix(1);
+  if (groups.empty() || groups.find('-') != std::string_view::npos) return LRK_NO_TIME;
 
   const Time total = sumOfGroups(groups, accuracy);
   if (isDisq(total)) return LRK_NO_TIME;
@@ -158,9 +174,9 @@ Time stringToTime(std::string_view text, enmTimeAccuracy accuracy,
 
 Time stringToClockTime(std::string_view text, enmTimeAccuracy accuracy,
                        bool truncateIfTimeIsMoreAccurate) {
-  std::string groups = withFullStops(text);
+  std::string groups(trimmed(text));
   if (accuracy != etacMinutes && accuracy != etacHours) {
-    const auto stops = std::count(groups.begin(), groups.end(), '.');
+    const auto stops = std::count_if(groups.begin(), groups.end(), isDelimiter);
     if (stops == 0) {
       groups += ".00.00";
     } else if (stops == 1) {
@@ -177,21 +193,24 @@ Time csvTime(std::string_view text) { return stringToTime(text, etacAuto, true);
 std::string timeToString(Time time, enmTimeStyle style, enmTimeAccuracy accuracy,
                          bool truncateIfTimeIsMoreAccurate, std::string_view delimiters) {
   if (isDisq(time)) return "-";
-  std::string sign;
+  TimeText text;
   if (time < 0) {
-    sign = "-";
+    text.add("-");
   } else if ((style & etstRelative) != 0) {
-    sign = "+";
+    text.add("+");
   }
   std::int64_t t = std::abs(std::int64_t{time});
   const Time unit = unitOf(accuracy);
   if (truncateIfTimeIsMoreAccurate && unit != 0) t = t / unit * unit;
 
-  std::array<std::string, 3> delimiter;
-  for (std::string& d : delimiter) d = takeCharacter(delimiters);
+  Delimiters delimiter;
+  for (std::string_view* d : {&delimiter.hours, &delimiter.minutes, &delimiter.seconds}) {
+    *d = takeCharacter(delimiters);
+  }
   const ClockParts parts{t / 360000, t / 6000 % 60, t / 100 % 60, t % 100};
-  return sign + baseText(parts, style & 3, accuracy, delimiter) +
-         fractionText(parts.hundredths, accuracy, truncateIfTimeIsMoreAccurate, delimiter[2]);
+  addBase(text, parts, style & 3, accuracy, delimiter);
+  addFraction(text, parts.hundredths, accuracy, truncateIfTimeIsMoreAccurate, delimiter.seconds);
+  return text.text();
 }
 
 Time roundTime(Time time, enmTimeAccuracy accuracy) {

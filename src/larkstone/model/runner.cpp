@@ -16,15 +16,15 @@ std::string LRKRunner::name() const {
 std::string LRKRunner::nameInitials() const {
   const std::string full = name();
   std::string_view rest = trimmed(full);
-  const auto separates = [](const std::string& c) {
+  const auto separates = [](std::string_view c) {
     return c == "-" || c == " " || c == "." || c == "(";
   };
-  std::string initials = takeCharacter(rest);
-  std::string previous = initials;
+  std::string_view previous = takeCharacter(rest);
+  std::string initials(previous);
   while (!rest.empty()) {
-    std::string next = takeCharacter(rest);
+    const std::string_view next = takeCharacter(rest);
     if (separates(previous) && !separates(next)) initials += next;
-    previous = std::move(next);
+    previous = next;
   }
   return initials;
 }
@@ -37,22 +37,38 @@ Time LRKRunner::resultTime() const {
   return finish - start;
 }
 
-std::array<Time, LRK_LEG_STYLES> LRKRunner::times(int legNo) const {
-  const LegTable& table = leg(legNo);
+Time LRKRunner::timeOf(const LegTable& table, int legNo, enmLegStyle style) const {
   const bool qualified = legNo <= lastQualifiedLeg_ || qualifyEvenIfDisqualified_;
-  const Time total = std::min(table.total, LRK_NO_TIME);
-  return {isDisq(table.begin) || isDisq(table.end) ? LRK_NO_TIME : table.end - table.begin,
-          qualified ? total : LRK_NO_TIME,
-          qualified || legNo <= lastQualifiedLeg_ + 1 ? table.begin : LRK_NO_TIME,
-          qualified ? table.end : LRK_NO_TIME,
-          total,
-          table.begin,
-          table.end};
+  switch (style) {
+    case elstLeg:
+      return isDisq(table.begin) || isDisq(table.end) ? LRK_NO_TIME : table.end - table.begin;
+    case elstTotal:
+      return qualified ? std::min(table.total, LRK_NO_TIME) : LRK_NO_TIME;
+    case elstPassingBegin:
+      return qualified || legNo <= lastQualifiedLeg_ + 1 ? table.begin : LRK_NO_TIME;
+    case elstPassingEnd:
+      return qualified ? table.end : LRK_NO_TIME;
+    case elstTotalAllowMissingPunches:
+      return std::min(table.total, LRK_NO_TIME);
+    case elstPassingBeginAllowMissingPunches:
+      return table.begin;
+    case elstPassingEndAllowMissingPunches:
+      return table.end;
+  }
+  return 0;
 }
 
 Time LRKRunner::time(int legNo, enmLegStyle style) const {
-  return style >= elstLeg && style < LRK_LEG_STYLES ? times(legNo)[static_cast<std::size_t>(style)]
-                                                    : 0;
+  return timeOf(leg(legNo), legNo, style);
+}
+
+std::array<Time, LRK_LEG_STYLES> LRKRunner::times(int legNo) const {
+  const LegTable& table = leg(legNo);
+  std::array<Time, LRK_LEG_STYLES> times;
+  for (int style = 0; style < LRK_LEG_STYLES; ++style) {
+    times[static_cast<std::size_t>(style)] = timeOf(table, legNo, static_cast<enmLegStyle>(style));
+  }
+  return times;
 }
 
 bool LRKRunner::timeIsEstimated(int legNo, enmLegStyle style) const {

@@ -206,6 +206,7 @@ class LRKRunner {
     float pullIndex = 0;
     std::int16_t place[LRK_LEG_STYLES] = {};
   };
+  Time timeOf(const LegTable& table, int legNo, enmLegStyle style) const;
   LegTable& leg(int legNo) { return table_[static_cast<std::size_t>(legNo)]; }
   const LegTable& leg(int legNo) const { return table_[static_cast<std::size_t>(legNo)]; }
 

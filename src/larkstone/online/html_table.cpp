@@ -102,22 +102,32 @@ class HtmlTableWriter {
   }
 
   // Looks repeat from runner to runner, so each is registered once and remembered.
-  const std::string& className(const Look& look) {
+  const std::string& className(const Look& look) { return lookOf(look).className; }
+  /// Of a cell in one row and one column.
+  const std::string& startTag(const Look& look) { return lookOf(look).startTag; }
+
+  struct KnownLook {
+    std::string className;
+    std::string startTag;
+  };
+
+  const KnownLook& lookOf(const Look& look) {
     const auto at = ((static_cast<std::size_t>(look.family) * LRK_CELL_KINDS +
                       static_cast<std::size_t>(look.kind)) *
                          edges +
                      static_cast<std::size_t>(look.top)) *
                         edges +
                     static_cast<std::size_t>(look.left);
-    std::string& name = classNames_[at];
-    if (name.empty()) {
-      name = registry_.registerCellFormat(formatAt(look.family, look.kind),
-                                          {colorOf(look.top), colorOf(look.left)});
+    KnownLook& known = looks_[at];
+    if (known.className.empty()) {
+      known.className = registry_.registerCellFormat(formatAt(look.family, look.kind),
+                                                     {colorOf(look.top), colorOf(look.left)});
+      known.startTag = "<TD class=\"" + known.className + "\">";
     }
-    return name;
+    return known;
   }
 
-  void cell(const Look& look, std::string_view content, Span span = {}) {
+  void cell(const Look& look, std::string_view content, Span span) {
     html_ += "<TD class=\"";
     html_ += className(look);
     html_ += '"';
@@ -128,9 +138,15 @@ class HtmlTableWriter {
     html_ += "</TD>";
   }
 
-  std::string withTooltip(const std::string& content, const std::string& tooltip) const {
-    if (!table_.showTooltips() || tooltip.empty()) return content;
-    return "<A title=\"" + quoted(tooltip) + "\">" + content + "</A>";
+  void cell(const Look& look, std::string_view content) {
+    html_ += startTag(look);
+    html_ += orBlank(content);
+    html_ += "</TD>";
+  }
+
+  void timeCell(const Look& look, const LegCell& leg) {
+    if (!table_.showTooltips() || leg.tooltip.empty()) return cell(look, leg.time);
+    cell(look, "<A title=\"" + quoted(leg.tooltip) + "\">" + leg.time + "</A>");
   }
 
   // A column heading that sorts the table; legNo -1 for a column that belongs to no leg.
@@ -205,7 +221,7 @@ class HtmlTableWriter {
   void legCells(int runner, enmLegStyle style, CellFamily time, CellFamily place, Edge top) {
     for (int i = 0; i < content_.noOfLegs(); ++i) {
       const LegCell leg = content_.legCell(runner, i, style);
-      cell({time, leg.kind, top, Edge::unfixed}, withTooltip(leg.time, leg.tooltip));
+      timeCell({time, leg.kind, top, Edge::unfixed}, leg);
       if (table_.showPlaces()) cell({place, leg.kind, top}, leg.place);
     }
   }
@@ -243,8 +259,7 @@ class HtmlTableWriter {
   StyleRegistry registry_;
   int legSpan_;
   std::array<std::array<CellFormat, LRK_CELL_KINDS>, LRK_CELL_FAMILIES> formats_;
-  std::array<std::string, std::size_t{LRK_CELL_FAMILIES} * LRK_CELL_KINDS * edges * edges>
-      classNames_;
+  std::array<KnownLook, std::size_t{LRK_CELL_FAMILIES} * LRK_CELL_KINDS * edges * edges> looks_;
   std::string html_;
 };
 

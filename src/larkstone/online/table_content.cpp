@@ -71,9 +71,10 @@ std::string TableContent::statusCaption(enmStatus status) const {
 LegCell TableContent::legCell(int runner, int legNo, enmLegStyle style) const {
   LegCell cell;
   const LRKRunner& r = course_.runner(runner);
-  if (!course_.calculated() || r.isTimeDisq(legNo, style)) return cell;
+  const Time time = course_.calculated() ? r.time(legNo, style) : LRK_NO_TIME;
+  if (isDisq(time)) return cell;
 
-  cell.time = legTimeText(r.time(legNo, style), legNo, style);
+  cell.time = legTimeText(time, legNo, style);
   const int place = r.place(legNo, style);
   if (place > 0) cell.place = std::to_string(place);
 

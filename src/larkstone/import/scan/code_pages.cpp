@@ -26,7 +26,7 @@ static_assert(centralEuropean.size() == 128 && cyrillic.size() == 128);
 std::optional<std::string> bytesIn(Page page, std::string_view utf8) {
   std::string bytes;
   while (!utf8.empty()) {
-    const std::string character = takeCharacter(utf8);
+    const std::string_view character = takeCharacter(utf8);
     if (character.size() == 1) {
       bytes += character;
       continue;
