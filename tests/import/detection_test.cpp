@@ -35,7 +35,7 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {"Stno\tName\t\n1\tx\t\n", 39},
       {"N\xB0 d\xE9p.;Long;\n1;x;\n", 37},
       {"Stnr;Lang;<ResultList>;\n1;x;\n", 37},
-      {"<RESULTLIST>", 40},
+      {"< RESULTLIST >", 40},
       {"<ResultList\r\n xmlns=\"x\" creator=\"eTiming\"><title>SPORTident results", 40},
       {repeated(9, "<a>") + "<ResultList >", 40},
       {"SPORTident results" + olaEnd, 43},

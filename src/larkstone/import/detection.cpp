@@ -79,11 +79,11 @@ bool isResultListTag(std::string_view tag, bool tolerant) {
     if (end != nowhere && tag[end] == ':') tag.remove_prefix(end + 1);
   }
   constexpr std::string_view root = "resultlist";
-  const std::string name = lowered1252(tag.substr(0, root.size() + 1));
-  if (name.size() > root.size()) {
-    return name.starts_with(root) && std::string_view(" \t\r\n").find(name.back()) != nowhere;
-  }
-  return lowered1252(trimmed(tag)) == root;
+  const std::string begin = lowered1252(tag.substr(0, root.size() + 1));
+  const bool hasMore = begin.size() > root.size() && begin.starts_with(root) &&
+                       std::string_view(" \t\r\n").find(begin.back()) != nowhere;
+  const std::string_view name = trimmed(tag);
+  return hasMore || (name.size() == root.size() && lowered1252(name) == root);
 }
 
 bool hasResultListTag(const std::string& path, bool tolerant) {
