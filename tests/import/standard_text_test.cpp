@@ -86,6 +86,9 @@ TEST_F(StandardTextTest, LinesWithHolesGiveARunner) {
   std::string legs;
   for (int i = 0; i < 40000; ++i) legs += "1\t";
   EXPECT_EQ(imported(legs, "A\tB\t0:00").punches().count(), 257);
+  std::string times;  // below what a time can hold
+  for (int i = 0; i < 200; ++i) times += "\t-46:00:00";
+  EXPECT_EQ(imported(legs, "A\tB\t0:00" + times).punches().time(200), LRK_NO_TIME);
 }
 
 TEST_F(StandardTextTest, HeadersAndDates) {
