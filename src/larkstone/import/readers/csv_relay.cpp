@@ -2,7 +2,6 @@
 // per team with a block of fields for each of its runners.
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -59,8 +58,7 @@ std::string clubOfTeam(std::string_view team) {
   if (blank == std::string_view::npos) return std::string(team);
   const std::string_view number = team.substr(blank + 1);
   const bool numbered =
-      !number.empty() && std::all_of(number.begin(), number.end(),
-                                     [](unsigned char c) { return std::isdigit(c) != 0; });
+      !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
   return std::string(trimmed(numbered ? team.substr(0, blank) : team));
 }
 
