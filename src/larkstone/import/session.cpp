@@ -8,12 +8,11 @@ namespace larkstone {
 namespace {
 
 constexpr std::size_t mostWarnings = 10000;
-constexpr std::size_t longestText = 200;  // of a note, in bytes
 
 // A text of a file may be of any length; what a note quotes of it ends with a whole character.
 void shorten(std::string& text) {
-  if (text.size() <= longestText) return;
-  std::size_t end = longestText;
+  if (text.size() <= longestNoteText) return;
+  std::size_t end = longestNoteText;
   while (end > 0 && (text[end] & 0xC0) == 0x80) --end;
   text.resize(end);
   text += "...";
@@ -51,7 +50,8 @@ bool ImportSession::notesWanted() const { return onNote || warnings_.size() < mo
 
 void ImportSession::keep(std::string_view what, std::string_view text, std::string where) {
   ImportNote note{std::string(what), std::move(where)};
-  if (!text.empty()) note.what.append(" \"").append(text.substr(0, longestText + 4)).append("\"");
+  if (!text.empty())
+    note.what.append(" \"").append(text.substr(0, longestNoteText + 4)).append("\"");
   shorten(note.what);
   shorten(note.where);
   if (onNote) onNote(note);

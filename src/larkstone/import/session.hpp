@@ -3,6 +3,7 @@
 // What all readers share: settings, notifications, the way an import begins and ends.
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <limits>
@@ -32,6 +33,9 @@ struct ReadJob {
 /// A reader reads one format: it knows its file and nothing else. The file exists when it is
 /// called. What it has read goes through a ReaderRun.
 using Reader = std::int32_t (*)(ReadJob&);
+
+/// In bytes; what is longer is cut.
+inline constexpr std::size_t longestNoteText = 200;
 
 class ImportSession {
  public:
