@@ -26,6 +26,7 @@ void ReaderRun::beginCategory(LRKCategory category) {
   endCategory();
   if (stopped()) return;
   category_ = std::move(category);
+  category_.name(std::string(sharedName(category_.name())));
   open_ = true;
   if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
 }
@@ -86,15 +87,15 @@ void completePunches(LRKRunner& runner) {
 }
 
 std::string quoted(std::string_view element, std::string_view name) {
-  return std::string(element).append(" \"").append(name.substr(0, longestNoteText)).append("\"");
+  return std::string(element).append(" \"").append(beginningOf(name, longestNoteText)).append("\"");
 }
 
 std::string nameInNotes(const LRKRunner& runner) {
   if (!runner.firstNameSet() && !runner.lastNameSet()) {
-    return runner.storedName().substr(0, longestNoteText);
+    return std::string(beginningOf(runner.storedName(), longestNoteText));
   }
-  std::string name = runner.firstName().substr(0, longestNoteText);
-  name.append(" ").append(runner.lastName(), 0, longestNoteText);
+  std::string name(beginningOf(runner.firstName(), longestNoteText));
+  name.append(" ").append(beginningOf(runner.lastName(), longestNoteText));
   return std::string(trimmed(name));
 }
 

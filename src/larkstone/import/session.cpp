@@ -9,16 +9,20 @@ namespace {
 
 constexpr std::size_t mostWarnings = 10000;
 
-// A text of a file may be of any length; what a note quotes of it ends with a whole character.
+// A text of a file may be of any length.
 void shorten(std::string& text) {
   if (text.size() <= longestNoteText) return;
-  std::size_t end = longestNoteText;
-  while (end > 0 && (text[end] & 0xC0) == 0x80) --end;
-  text.resize(end);
+  text.resize(beginningOf(text, longestNoteText).size());
   text += "...";
 }
 
 }  // namespace
+
+std::string_view beginningOf(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (text[most] & 0xC0) == 0x80) --most;
+  return text.substr(0, most);
+}
 
 std::int32_t ImportSession::run(Reader reader, ReadJob job) {
   if (importingNow_ || reader == nullptr) return LRK_IMPORT_UNKNOWN;

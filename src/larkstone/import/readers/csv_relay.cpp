@@ -109,7 +109,7 @@ class RunnerRows {
     readCourse(row, member.runner, notes);
     readSplits(row, member, notes);
 
-    const std::string_view name = row.field(team_);
+    const std::string_view name = sharedName(row.field(team_));
     RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (team.members.empty()) {
       team.line = row.line();
@@ -188,7 +188,7 @@ class TeamRows {
   void read(const CsvFile& row, ReadJob& job, RelayClass& relay) const {
     const LineNotes notes(job.session, row.line());
     const std::string club = clubOf(row);
-    const std::string name = teamName(row, club);
+    const std::string name(sharedName(teamName(row, club)));
     RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (!team.members.empty()) return notes("team stands twice in the list", name);
     team.line = row.line();
@@ -218,7 +218,7 @@ class TeamRows {
   std::string clubOf(const CsvFile& row) const {
     std::string club(row.field(clubName_));
     club.append(" ").append(row.field(city_));
-    return std::string(trimmed(club));
+    return std::string(sharedName(trimmed(club)));
   }
 
   // A description may be a name, or the number of the team in its club.

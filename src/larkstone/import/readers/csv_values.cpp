@@ -143,7 +143,7 @@ void readCsvPerson(const CsvFile& row, const CsvPersonColumns& columns, LRKRunne
 
 std::string_view CsvClassColumns::nameIn(const CsvFile& row) const {
   const std::string_view name = row.field(longName);
-  return name.empty() ? row.field(shortName) : name;
+  return sharedName(name.empty() ? row.field(shortName) : name);
 }
 
 LRKCategory CsvClassColumns::categoryOf(const CsvFile& row) const {
