@@ -51,23 +51,23 @@ class ControlOrder {
   std::vector<std::size_t> placesIn(const Codes& course) const {
     std::unordered_map<Code, std::size_t> last;
     for (std::size_t i = 0; i < course.size(); ++i) last[course[i]] = i;
-    using Visit =
-        std::tuple<std::size_t, Code, std::size_t>;  // when, and its number at the control
-    std::priority_queue<Visit, std::vector<Visit>, std::greater<>> next;
-    const auto look = [&](Code code, std::size_t number) {
+    // When the next visit of a control is due, the control, and the number of the visit there.
+    using Visit = std::tuple<std::size_t, Code, std::size_t>;
+    std::priority_queue<Visit, std::vector<Visit>, std::greater<>> due;
+    const auto expect = [&](Code code, std::size_t number) {
       const auto found = visits_.find(code);
       if (found == visits_.end() || number >= found->second.size()) return;
-      next.emplace(found->second[number], code, number);
+      due.emplace(found->second[number], code, number);
     };
-    for (const auto& [code, place] : last) look(code, 0);
+    for (const auto& [code, place] : last) expect(code, 0);
     std::vector<std::size_t> places;
-    for (std::size_t position = 0; !next.empty();) {
-      const auto [when, code, number] = next.top();
-      next.pop();
+    for (std::size_t position = 0; !due.empty();) {
+      const auto [when, code, number] = due.top();
+      due.pop();
       if (last.at(code) < position) continue;
       while (course[position] != code) ++position;
       places.push_back(position++);
-      look(code, number + 1);
+      expect(code, number + 1);
     }
     return places;
   }
