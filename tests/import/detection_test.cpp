@@ -57,6 +57,7 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {repeated(30, "<a>") + "<ResultList>", 40},
       {"<iof:ResultList xmlns:iof='x'>", 40},
       {test::utf16(u"\uFEFF<ResultList status='x'>", false), 40},
+      {test::utf16(u"\uFEFF<Event><EventClass>", true), 48},
       {"<title>Str\xC3\xA4\x63ktider</title>", 43},
       {"\xEF\xBB\xBFLarkstone standard text format\n", 42},
   };
