@@ -35,7 +35,7 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {"Stno\tName\t\n1\tx\t\n", 39},
       {"N\xB0 d\xE9p.;Long;\n1;x;\n", 37},
       {"Stnr;Lang;<ResultList>;\n1;x;\n", 37},
-      {"<RESULTLIST>", 40},
+      {"< RESULTLIST >", 40},
       {"<ResultList\r\n xmlns=\"x\" creator=\"eTiming\"><title>SPORTident results", 40},
       {repeated(9, "<a>") + "<ResultList >", 40},
       {"SPORTident results" + olaEnd, 43},
@@ -57,6 +57,7 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {repeated(30, "<a>") + "<ResultList>", 40},
       {"<iof:ResultList xmlns:iof='x'>", 40},
       {test::utf16(u"\uFEFF<ResultList status='x'>", false), 40},
+      {test::utf16(u"\uFEFF<Event><EventClass>", true), 48},
       {"<title>Str\xC3\xA4\x63ktider</title>", 43},
       {"\xEF\xBB\xBFLarkstone standard text format\n", 42},
   };

@@ -38,7 +38,8 @@ TEST(FieldsTest, CsvFieldsAreQuotedProperly) {
   using testing::ElementsAre;
   EXPECT_THAT(csvFields("1;\"a;b\";c"), ElementsAre("1", "a;b", "c"));
   EXPECT_THAT(csvFields("\"say \"\"hi\"\"\";'it''s';"), ElementsAre("say \"hi\"", "it's"));
-  EXPECT_THAT(csvFields("'t Hof;5;\"open"), ElementsAre("'t Hof", "5", "\"open"));
+  EXPECT_THAT(csvFields("'t Hof;\"a;b\";\"open"), ElementsAre("'t Hof", "a;b", "\"open"));
+  EXPECT_THAT(csvFields("\"Bo \"B\" Ek\";'5'6\"'"), ElementsAre("Bo \"B\" Ek", "5'6\""));
   // Opening quotes that nothing closes are read in one go.
   std::string line;
   for (int i = 0; i < 200000; ++i) line += "\"a\"\";";

@@ -1,7 +1,10 @@
 #include "larkstone/import/common_controls.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <queue>
 #include <set>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -36,23 +39,45 @@ LRKCodes codeList(const Codes& codes) {
   return list;
 }
 
-// Where the codes stand in a course one behind the other; those that are not there are passed over.
-std::vector<std::size_t> placesIn(const Codes& course, const Codes& codes) {
-  std::unordered_map<Code, std::size_t> last;
-  for (std::size_t i = 0; i < course.size(); ++i) last[course[i]] = i;
-  std::vector<std::size_t> places;
-  std::size_t position = 0;
-  for (const Code code : codes) {
-    const auto found = last.find(code);
-    if (found == last.end() || found->second < position) continue;
-    while (course[position] != code) ++position;
-    places.push_back(position++);
+// Controls in an order, and where other courses pass them.
+class ControlOrder {
+ public:
+  explicit ControlOrder(const Codes& codes) {
+    for (std::size_t i = 0; i < codes.size(); ++i) visits_[codes[i]].push_back(i);
   }
-  return places;
-}
+
+  // Where the controls stand in a course one behind the other; those that are not there are passed
+  // over. It takes the time that the course is long, however many controls there are.
+  std::vector<std::size_t> placesIn(const Codes& course) const {
+    std::unordered_map<Code, std::size_t> last;
+    for (std::size_t i = 0; i < course.size(); ++i) last[course[i]] = i;
+    // When the next visit of a control is due, the control, and the number of the visit there.
+    using Visit = std::tuple<std::size_t, Code, std::size_t>;
+    std::priority_queue<Visit, std::vector<Visit>, std::greater<>> due;
+    const auto expect = [&](Code code, std::size_t number) {
+      const auto found = visits_.find(code);
+      if (found == visits_.end() || number >= found->second.size()) return;
+      due.emplace(found->second[number], code, number);
+    };
+    for (const auto& [code, place] : last) expect(code, 0);
+    std::vector<std::size_t> places;
+    for (std::size_t position = 0; !due.empty();) {
+      const auto [when, code, number] = due.top();
+      due.pop();
+      if (last.at(code) < position) continue;
+      while (course[position] != code) ++position;
+      places.push_back(position++);
+      expect(code, number + 1);
+    }
+    return places;
+  }
+
+ private:
+  std::unordered_map<Code, std::vector<std::size_t>> visits_;
+};
 
 // The forkings that were run, each once, in order of appearance: those of runners with status OK,
-// or of all when none is.
+// or of all when none is. A runner of whom the list has no control tells nothing about them.
 std::vector<Codes> forkingsOf(const LRKCategory& category) {
   const auto isOK = [&](int i) { return category.runner(i).status() == estaOK; };
   int firstOK = 0;
@@ -63,7 +88,7 @@ std::vector<Codes> forkingsOf(const LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
     if (!all && !isOK(i)) continue;
     Codes codes = controlCodes(category.runner(i).punches());
-    if (seen.insert(codes).second) forkings.push_back(std::move(codes));
+    if (!codes.empty() && seen.insert(codes).second) forkings.push_back(std::move(codes));
   }
   return forkings;
 }
@@ -78,7 +103,9 @@ Codes controlsInOrder(const std::vector<Codes>& forkings) {
   std::erase_if(common, [&](Code code) { return visitedBy.at(code) < forkings.size(); });
   for (const Codes& forking : forkings) {
     Codes passed;
-    for (const std::size_t place : placesIn(forking, common)) passed.push_back(forking[place]);
+    for (const std::size_t place : ControlOrder(common).placesIn(forking)) {
+      passed.push_back(forking[place]);
+    }
     common = std::move(passed);
   }
   return common;
@@ -105,12 +132,12 @@ void append(const LRKPunches& from, int index, LRKPunches& to) {
   to.isEstimated(place, from.isEstimated(index));
 }
 
-void reduce(LRKRunner& runner, const Codes& common) {
+void reduce(LRKRunner& runner, const ControlOrder& common) {
   const LRKPunches all = std::exchange(runner.punches(), {});
   const Controls controls(all);
   std::vector<bool> stays(static_cast<std::size_t>(all.count()), true);
   std::fill(stays.begin() + controls.begin, stays.begin() + controls.end, false);
-  for (const std::size_t place : placesIn(controlCodes(all), common)) {
+  for (const std::size_t place : common.placesIn(controlCodes(all))) {
     stays[place + static_cast<std::size_t>(controls.begin)] = true;
   }
   for (int i = 0; i < all.count(); ++i) {
@@ -121,7 +148,7 @@ void reduce(LRKRunner& runner, const Codes& common) {
 }  // namespace
 
 void reduceToCommonControls(LRKCategory& category) {
-  const Codes common = commonControls(forkingsOf(category));
+  const ControlOrder common(commonControls(forkingsOf(category)));
   for (int i = 0; i < category.noOfRunners(); ++i) reduce(category.runner(i), common);
 }
 

@@ -1,7 +1,6 @@
 #include "larkstone/import/csv_columns.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <unordered_set>
 #include <utility>
 
@@ -79,6 +78,12 @@ class HeaderIndex {
   Index other_;
 };
 
+// Neither a letter, a digit nor a quote.
+bool isSign(char c) {
+  constexpr std::string_view signs = "!#$%&()*+,-./:;<=>?@[\\]^_`{|}~";
+  return signs.find(c) != std::string_view::npos;
+}
+
 // Rows end with the delimiter, unless a spreadsheet wrote them.
 std::string delimiterOf(std::string_view header, std::string_view firstRow) {
   const auto count = [&](char c) { return std::count(header.begin(), header.end(), c); };
@@ -88,10 +93,8 @@ std::string delimiterOf(std::string_view header, std::string_view firstRow) {
     if (count(candidate) > count(best)) best = candidate;
   }
   const char last = firstRow.empty() ? best : firstRow.back();
-  const auto byte = static_cast<unsigned char>(last);
   const bool isUsual = usual.find(last) != std::string_view::npos && count(last) > 0;
-  const bool isSign = byte < 0x80 && std::ispunct(byte) != 0 && last != '"' && last != '\'';
-  return std::string(1, isUsual || (isSign && count(last) > count(best)) ? last : best);
+  return std::string(1, isUsual || (isSign(last) && count(last) > count(best)) ? last : best);
 }
 
 }  // namespace
@@ -122,7 +125,7 @@ void CsvHeader::set(std::string_view header, std::string_view firstRow) {
   delimiter_ = delimiterOf(header, firstRow);
   CsvFields fields(header, delimiter_);
   std::unordered_set<std::string> seen;
-  while (!fields.atEnd()) {
+  while (!fields.atEnd() && noOfColumns() < mostCsvFields) {
     texts_.emplace_back(fields.next());
     std::string text = texts_.back();
     // A second column of one name is known with an asterisk, further ones not at all.

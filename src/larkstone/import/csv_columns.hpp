@@ -7,7 +7,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "larkstone/core/types.hpp"
+
 namespace larkstone {
+
+/// What a line may have; further fields are not read. More than the punches of any runner ask for.
+inline constexpr int mostCsvFields = 8 * LRK_MAX_LIST;
 
 /// The key (the English column name) of a header text; empty for a text that is not known. Of
 /// several columns with that text the last one of the table counts. A text that differs in letter

@@ -35,7 +35,7 @@ bool CsvFile::split() {
   fields_.clear();
   splitter_ = CsvFields(row_.text, header_.delimiter());
   bool any = false;
-  while (!splitter_.atEnd()) {
+  while (!splitter_.atEnd() && noOfFields() < mostCsvFields) {
     fields_.push_back(trimmed(splitter_.next()));
     any = any || !fields_.back().empty();
   }

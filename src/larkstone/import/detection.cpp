@@ -79,11 +79,11 @@ bool isResultListTag(std::string_view tag, bool tolerant) {
     if (end != nowhere && tag[end] == ':') tag.remove_prefix(end + 1);
   }
   constexpr std::string_view root = "resultlist";
-  const std::string name = lowered1252(tag.substr(0, root.size() + 1));
-  if (name.size() > root.size()) {
-    return name.starts_with(root) && std::string_view(" \t\r\n").find(name.back()) != nowhere;
-  }
-  return lowered1252(trimmed(tag)) == root;
+  const std::string begin = lowered1252(tag.substr(0, root.size() + 1));
+  const bool hasMore = begin.size() > root.size() && begin.starts_with(root) &&
+                       std::string_view(" \t\r\n").find(begin.back()) != nowhere;
+  const std::string_view name = trimmed(tag);
+  return hasMore || (name.size() == root.size() && lowered1252(name) == root);
 }
 
 bool hasResultListTag(const std::string& path, bool tolerant) {
@@ -96,12 +96,15 @@ bool hasResultListTag(const std::string& path, bool tolerant) {
   return false;
 }
 
+// The start of a file in UTF-16; empty for any other.
+std::string utf16Head(const std::string& path) {
+  const std::string head = ScanFile(path).peek(65536);
+  return isUtf16(head) ? utf8FromUtf16(head) : std::string();
+}
+
 bool hasUtf16ResultListTag(const std::string& path) {
-  ScanFile file(path);
-  const std::string head = file.peek(65536);
-  if (!isUtf16(head)) return false;
-  const std::string utf8 = utf8FromUtf16(head);
-  std::string_view text(utf8);
+  const std::string head = utf16Head(path);
+  std::string_view text(head);
   for (int i = 0; i < 50; ++i) {
     removeThrough(text, "<");
     if (isResultListTag(popField(text, ">"), true)) return true;
@@ -115,6 +118,14 @@ bool findsBoth(const std::string& path, std::string_view first, std::string_view
                int secondLimit) {
   ScanFile file(path);
   return file.find(first, headSize, headSize) && file.find(second, secondLimit, headSize);
+}
+
+bool isUtf16PekkaPirilaXml(const std::string& path) {
+  const std::string head = lowered(utf16Head(path));
+  std::string_view behindEvent(head);
+  removeThrough(behindEvent, "<event>");
+  return behindEvent.find("<eventclass>") != nowhere ||
+         head.find("<event type=\"relay\">") != nowhere;
 }
 
 // "OE2002 ©" at the start of the text, in the page's encoding, UTF-8 or as a reference.
@@ -197,9 +208,10 @@ std::int32_t detectSolv(const FileProbe& probe) {
 
 std::int32_t detectPekkaPirilaXml(const FileProbe& probe) {
   const bool individual = findsBoth(probe.path, "<Event>", "<EventClass>", headSize);
-  return codeIf(
-      individual || ScanFile(probe.path).find("<event Type=\"Relay\">", headSize, headSize),
-      LRK_IMPORT_PEKKA_PIRILA_XML);
+  return codeIf(individual ||
+                    ScanFile(probe.path).find("<event Type=\"Relay\">", headSize, headSize) ||
+                    (probe.tolerant && isUtf16PekkaPirilaXml(probe.path)),
+                LRK_IMPORT_PEKKA_PIRILA_XML);
 }
 
 std::int32_t detectSportSoftwareCredit(const FileProbe& probe) {

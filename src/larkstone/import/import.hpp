@@ -77,8 +77,8 @@ class LRKImport {
   static int getSupportedStartlistFileFormats(std::vector<enmImportConstants>& supportedFormats);
 
   /// Imports a file whose format is given, or found out for LRK_IMPORT_AUTO. The zero time is added
-  /// to the times of CSV lists. The parallel mode says which of several runners of a team on one
-  /// relay leg counts. LRK_IMPORT_UNKNOWN for event files and whatever has no reader.
+  /// to the times of SportSoftware's CSV lists. The parallel mode says which of several runners of
+  /// a team on one relay leg counts. LRK_IMPORT_UNKNOWN for event files and whatever has no reader.
   std::int32_t import(std::int32_t fileFormat, LRKEvent& lrk, const std::string& importFileName,
                       Time zeroTime = 0);
   std::int32_t import_parallel(std::int32_t fileFormat, LRKEvent& lrk,
@@ -108,8 +108,10 @@ class LRKImport {
   /// (extraInfo "runner_" and the number of the team, relayLeg from 1 to 255). Its parts come where
   /// it stands in the event when it is there (by categoryIndex() and name), else behind all others.
   /// Members who are not OK can be left out; of several members of a team on one leg the parallel
-  /// mode says who counts. Afterwards `category` is the category of the teams. A category without
-  /// teams and members is left alone; when the event takes no more, nothing is changed.
+  /// mode says who counts. A leg has no time for the team when nobody finished it, and when the one
+  /// who counts mispunched, gave up or was disqualified. Afterwards `category` is the category of
+  /// the teams. A category without teams and members is left alone; when the event takes no more,
+  /// nothing is changed.
   std::int32_t createRelayResults(LRKEvent& ev, LRKCategory& category,
                                   bool ignoreDisqualifiedRunners,
                                   enmRelayParallelMode parallelMode);

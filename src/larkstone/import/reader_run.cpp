@@ -1,5 +1,6 @@
 #include "larkstone/import/reader_run.hpp"
 
+#include "larkstone/core/text.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/relay_results.hpp"
 
@@ -25,6 +26,7 @@ void ReaderRun::beginCategory(LRKCategory category) {
   endCategory();
   if (stopped()) return;
   category_ = std::move(category);
+  category_.name(std::string(sharedName(category_.name())));
   open_ = true;
   if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
 }
@@ -74,7 +76,8 @@ std::int32_t ReaderRun::end(const std::string& importedFrom) {
 void LineNotes::operator()(std::string_view what, std::string_view text) const {
   session_.note(what, text, [&] {
     const std::string line = "line " + std::to_string(line_);
-    return runner_ == nullptr || runner_->name().empty() ? line : quoted(line, runner_->name());
+    const std::string name = runner_ == nullptr ? std::string() : nameInNotes(*runner_);
+    return name.empty() ? line : quoted(line, name);
   });
 }
 
@@ -84,7 +87,16 @@ void completePunches(LRKRunner& runner) {
 }
 
 std::string quoted(std::string_view element, std::string_view name) {
-  return std::string(element).append(" \"").append(name).append("\"");
+  return std::string(element).append(" \"").append(beginningOf(name, longestNoteText)).append("\"");
+}
+
+std::string nameInNotes(const LRKRunner& runner) {
+  if (!runner.firstNameSet() && !runner.lastNameSet()) {
+    return std::string(beginningOf(runner.storedName(), longestNoteText));
+  }
+  std::string name(beginningOf(runner.firstName(), longestNoteText));
+  name.append(" ").append(beginningOf(runner.lastName(), longestNoteText));
+  return std::string(trimmed(name));
 }
 
 }  // namespace larkstone

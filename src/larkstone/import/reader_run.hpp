@@ -94,7 +94,10 @@ class LineNotes {
 /// without a time.
 void completePunches(LRKRunner& runner);
 
-/// `element "name"`, as notes name things.
+/// `element "name"`, as notes name things. Of a long name, which every note of its line would copy,
+/// the beginning.
 std::string quoted(std::string_view element, std::string_view name);
+/// The runner's name, or its beginning.
+std::string nameInNotes(const LRKRunner& runner);
 
 }  // namespace larkstone

@@ -33,6 +33,7 @@ bool isKnown(Time clock) { return clock > 0 && !isDisq(clock); }
 
 struct Team {
   LRKRunner runner;
+  std::string name;      // for its members
   Time listedStart = 0;  // what the list says about the team itself
   Time listedFinish = LRK_NO_TIME;
   Time start = 0;
@@ -107,6 +108,7 @@ class RelayParts {
       team.listedStart = runner.startTime();
       team.listedFinish = runner.finishTime();
       team.runner = std::move(runner);
+      team.name = sharedName(team.runner.name());
       withdrawKey(team.runner);
     }
   }
@@ -124,7 +126,7 @@ class RelayParts {
       Member member{std::move(runner), found == teamIndices_.end() ? -1 : found->second};
       withdrawKey(member.runner);
       member.runner.relayTeamID(*number);
-      if (const Team* team = teamOf(member)) member.runner.relayTeam(team->runner.name());
+      if (const Team* team = teamOf(member)) member.runner.relayTeam(team->name);
       legs_[static_cast<std::size_t>(leg - 1)].push_back(std::move(member));
     }
   }

@@ -8,18 +8,21 @@ namespace larkstone {
 namespace {
 
 constexpr std::size_t mostWarnings = 10000;
-constexpr std::size_t longestText = 200;  // of a note, in bytes
 
-// A text of a file may be of any length; what a note quotes of it ends with a whole character.
+// A text of a file may be of any length.
 void shorten(std::string& text) {
-  if (text.size() <= longestText) return;
-  std::size_t end = longestText;
-  while (end > 0 && (text[end] & 0xC0) == 0x80) --end;
-  text.resize(end);
+  if (text.size() <= longestNoteText) return;
+  text.resize(beginningOf(text, longestNoteText).size());
   text += "...";
 }
 
 }  // namespace
+
+std::string_view beginningOf(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (text[most] & 0xC0) == 0x80) --most;
+  return text.substr(0, most);
+}
 
 std::int32_t ImportSession::run(Reader reader, ReadJob job) {
   if (importingNow_ || reader == nullptr) return LRK_IMPORT_UNKNOWN;
@@ -51,7 +54,8 @@ bool ImportSession::notesWanted() const { return onNote || warnings_.size() < mo
 
 void ImportSession::keep(std::string_view what, std::string_view text, std::string where) {
   ImportNote note{std::string(what), std::move(where)};
-  if (!text.empty()) note.what.append(" \"").append(text.substr(0, longestText + 4)).append("\"");
+  if (!text.empty())
+    note.what.append(" \"").append(text.substr(0, longestNoteText + 4)).append("\"");
   shorten(note.what);
   shorten(note.where);
   if (onNote) onNote(note);

@@ -14,18 +14,12 @@ namespace larkstone {
 
 namespace {
 
-// Radio controls: groups of number, control, punch and place; this control is the finish.
-constexpr int groupLength = 4;
-constexpr Code radioFinish = 999;
-
 struct Columns {
   explicit Columns(const CsvHeader& header)
       : person{header.column("SI card"),    header.column("Chipno"),  header.column("Database Id"),
                header.column("First name"), header.column("Surname"), header.column("Name"),
                header.column("S"),          header.column("YB")},
-        shortName(header.column("Short")),
-        longName(header.column("Long")),
-        categoryNo(header.column("Cl. no.")),
+        category{header.column("Cl. no."), header.column("Short"), header.column("Long")},
         start(header.column("Start")),
         finish(header.column("Finish")),
         course(header.column("Course")),
@@ -47,7 +41,7 @@ struct Columns {
   }
 
   CsvPersonColumns person;
-  int shortName, longName, categoryNo;
+  CsvClassColumns category;
   int start, finish, course, status;
   int clubNo, clubName, city, club, nation;
   int ranking, km, controls;
@@ -60,23 +54,7 @@ class RowReader {
  public:
   RowReader(ReadJob& job, const CsvFile& row) : job_(job), row_(row), columns_(row.header()) {}
 
-  std::string_view categoryName() const {
-    const std::string_view name = row_.field(columns_.longName);
-    return name.empty() ? row_.field(columns_.shortName) : name;
-  }
-  bool reachesCategory() const {
-    return row_.noOfFields() > columns_.longName ||
-           (columns_.shortName >= 0 && row_.noOfFields() > columns_.shortName);
-  }
-
-  LRKCategory category() const {
-    LRKCategory category;
-    category.name(std::string(categoryName()));
-    const std::string_view shortName = row_.field(columns_.shortName);
-    if (!shortName.empty()) category.shortName(std::string(shortName));
-    if (const auto number = csvInteger(row_.field(columns_.categoryNo))) category.ID(*number);
-    return category;
-  }
+  const CsvClassColumns& category() const { return columns_.category; }
 
   bool addRunner(ReaderRun& run) const {
     LRKRunner runner;
@@ -150,11 +128,11 @@ class RowReader {
   }
 
   void readGroups(LRKRunner& runner, const LineNotes& notes) const {
-    for (int at = columns_.punches; at + 1 < row_.noOfFields(); at += groupLength) {
+    for (int at = columns_.punches; at + 1 < row_.noOfFields(); at += csvRadioFields) {
       if (row_.field(at + 1).empty()) continue;
       const Code code = readCsvCode(row_.field(at + 1), notes);
       const Time time = punchTime(at + 2, runner, notes);
-      if (code != radioFinish) {
+      if (code != csvRadioFinish) {
         add(runner.punches(), time, code, notes);
       } else if (isDisq(runner.finishTime())) {
         runner.finishTime(time);
@@ -180,11 +158,11 @@ std::int32_t readCsvIndividual(ReadJob& job) {
   ReaderRun run(job, CourseLengthFrom::runners);
   const RowReader row(job, file);
   while (file.next()) {
-    if (!row.reachesCategory()) {
+    if (!row.category().reachedBy(file)) {
       LineNotes(job.session, file.line())("too few fields");
     } else {
-      if (!run.hasCategory() || run.category().name() != row.categoryName()) {
-        run.beginCategory(row.category());
+      if (!run.hasCategory() || run.category().name() != row.category().nameIn(file)) {
+        run.beginCategory(row.category().categoryOf(file));
       }
       if (!row.addRunner(run)) break;
     }

@@ -2,7 +2,6 @@
 // per team with a block of fields for each of its runners.
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,12 +11,11 @@
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/csv_relay_teams.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
+#include "larkstone/import/relay_results.hpp"
 
 namespace larkstone {
 
 namespace {
-
-constexpr Code radioFinish = 999;
 
 // Both layouts have a column that all languages write alike or the table knows best; in lists that
 // name their layout every other column stands at a fixed distance, whatever its word. Elsewhere
@@ -32,25 +30,6 @@ class Columns {
  private:
   const CsvHeader& header_;
   bool fixed_;
-};
-
-// The number of a class, its name and short name.
-struct ClassColumns {
-  int number, shortName, longName;
-
-  bool reachedBy(const CsvFile& row) const { return row.noOfFields() > shortName; }
-  std::string_view name(const CsvFile& row) const {
-    const std::string_view name = row.field(longName);
-    return name.empty() ? row.field(shortName) : name;
-  }
-  LRKCategory category(const CsvFile& row) const {
-    LRKCategory category;
-    category.name(std::string(name(row)));
-    const std::string_view text = row.field(shortName);
-    if (!text.empty()) category.shortName(std::string(text));
-    if (const auto id = csvInteger(row.field(number))) category.ID(*id);
-    return category;
-  }
 };
 
 // A runner's own times and status, by the clock.
@@ -71,8 +50,7 @@ struct RunColumns {
   }
 };
 
-// Legs are numbered from 1; the event file has a byte for them.
-bool isLeg(std::optional<std::int32_t> leg) { return leg && *leg >= 1 && *leg <= 255; }
+bool isLeg(std::optional<std::int32_t> leg) { return leg && *leg >= 1 && *leg <= mostRelayLegs; }
 
 // "Paimion Rasti 2" runs for the club "Paimion Rasti".
 std::string clubOfTeam(std::string_view team) {
@@ -80,8 +58,7 @@ std::string clubOfTeam(std::string_view team) {
   if (blank == std::string_view::npos) return std::string(team);
   const std::string_view number = team.substr(blank + 1);
   const bool numbered =
-      !number.empty() && std::all_of(number.begin(), number.end(),
-                                     [](unsigned char c) { return std::isdigit(c) != 0; });
+      !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
   return std::string(trimmed(numbered ? team.substr(0, blank) : team));
 }
 
@@ -118,7 +95,7 @@ class RunnerRows {
     teamStatus_ = between >= 3 ? combination_ + 2 : -1;
   }
 
-  const ClassColumns& classColumns() const { return class_; }
+  const CsvClassColumns& classColumns() const { return class_; }
 
   void read(const CsvFile& row, ReadJob& job, RelayClass& relay) const {
     RelayMember member;
@@ -132,7 +109,7 @@ class RunnerRows {
     readCourse(row, member.runner, notes);
     readSplits(row, member, notes);
 
-    const std::string_view name = row.field(team_);
+    const std::string_view name = sharedName(row.field(team_));
     RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (team.members.empty()) {
       team.line = row.line();
@@ -153,13 +130,12 @@ class RunnerRows {
     readCsvLength(row.field(km_), runner, notes);
   }
 
-  // Groups of four: number, control, time, place.
   void readSplits(const CsvFile& row, RelayMember& member, const LineNotes& notes) const {
-    for (int at = punches_; at + 2 < row.noOfFields(); at += 4) {
+    for (int at = punches_; at + 2 < row.noOfFields(); at += csvRadioFields) {
       if (row.field(at + 1).empty()) continue;
       const Code code = readCsvCode(row.field(at + 1), notes);
       const Time time = readCsvTime(row.field(at + 2), "unreadable punch time", notes);
-      if (code != radioFinish) member.splits.push_back({code, time});
+      if (code != csvRadioFinish) member.splits.push_back({code, time});
     }
   }
 
@@ -177,7 +153,7 @@ class RunnerRows {
   int combination_;
   Columns column_;
   CsvPersonColumns person_;
-  ClassColumns class_;
+  CsvClassColumns class_;
   RunColumns run_;
   int number_, leg_, clubNo_, team_, course_, km_;
   int punches_;
@@ -207,12 +183,12 @@ class TeamRows {
     blockLength_ = std::max(second - blocks_, shortest);
   }
 
-  const ClassColumns& classColumns() const { return class_; }
+  const CsvClassColumns& classColumns() const { return class_; }
 
   void read(const CsvFile& row, ReadJob& job, RelayClass& relay) const {
     const LineNotes notes(job.session, row.line());
     const std::string club = clubOf(row);
-    const std::string name = teamName(row, club);
+    const std::string name(sharedName(teamName(row, club)));
     RelayTeam& team = relay.team(csvInteger(row.field(number_)), name);
     if (!team.members.empty()) return notes("team stands twice in the list", name);
     team.line = row.line();
@@ -242,7 +218,7 @@ class TeamRows {
   std::string clubOf(const CsvFile& row) const {
     std::string club(row.field(clubName_));
     club.append(" ").append(row.field(city_));
-    return std::string(trimmed(club));
+    return std::string(sharedName(trimmed(club)));
   }
 
   // A description may be a name, or the number of the team in its club.
@@ -277,7 +253,7 @@ class TeamRows {
 
   int blocks_;
   Columns column_;
-  ClassColumns class_;
+  CsvClassColumns class_;
   int number_, description_, status_, place_;
   int clubNo_, clubName_, city_;
   int blockLength_ = 0;
@@ -289,7 +265,7 @@ std::int32_t readRows(ReadJob& job, CsvFile& file) {
   CsvRowGroups classes;
   while (file.next()) {
     if (rows.classColumns().reachedBy(file)) {
-      classes.add(rows.classColumns().name(file), file.row());
+      classes.add(rows.classColumns().nameIn(file), file.row());
     } else {
       LineNotes(job.session, file.line())("too few fields");
     }
@@ -298,7 +274,7 @@ std::int32_t readRows(ReadJob& job, CsvFile& file) {
   int done = 0;
   for (const CsvRowGroups::Group& group : classes.groups()) {
     file.row(group.rows.front());
-    run.beginCategory(rows.classColumns().category(file));
+    run.beginCategory(rows.classColumns().categoryOf(file));
     RelayClass relay;
     for (const CsvRow& place : group.rows) {
       file.row(place);

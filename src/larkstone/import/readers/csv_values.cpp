@@ -141,4 +141,18 @@ void readCsvPerson(const CsvFile& row, const CsvPersonColumns& columns, LRKRunne
   readBirthYear(row.field(columns.birthYear), runner, notes);
 }
 
+std::string_view CsvClassColumns::nameIn(const CsvFile& row) const {
+  const std::string_view name = row.field(longName);
+  return sharedName(name.empty() ? row.field(shortName) : name);
+}
+
+LRKCategory CsvClassColumns::categoryOf(const CsvFile& row) const {
+  LRKCategory category;
+  category.name(std::string(nameIn(row)));
+  const std::string_view text = row.field(shortName);
+  if (!text.empty()) category.shortName(std::string(text));
+  if (const auto id = csvInteger(row.field(number))) category.ID(*id);
+  return category;
+}
+
 }  // namespace larkstone

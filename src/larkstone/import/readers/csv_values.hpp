@@ -12,6 +12,11 @@
 
 namespace larkstone {
 
+/// The control that stands for the finish among radio controls, and how many fields each of them
+/// has: number, control, time and place.
+inline constexpr Code csvRadioFinish = 999;
+inline constexpr int csvRadioFields = 4;
+
 /// A whole number within 32 bits, nothing for other texts.
 std::optional<std::int32_t> csvInteger(std::string_view text);
 
@@ -46,5 +51,21 @@ struct CsvPersonColumns {
 
 void readCsvPerson(const CsvFile& row, const CsvPersonColumns& columns, LRKRunner& runner,
                    const LineNotes& notes);
+
+/// Where a row tells of its class; -1 for what it does not.
+struct CsvClassColumns {
+  int number = -1;
+  int shortName = -1;
+  int longName = -1;
+
+  /// False for a row that is cut off before the name.
+  bool reachedBy(const CsvFile& row) const {
+    return row.noOfFields() > (shortName >= 0 ? shortName : longName);
+  }
+  /// The long name, or the short one where that is empty.
+  std::string_view nameIn(const CsvFile& row) const;
+  /// A category with names and number.
+  LRKCategory categoryOf(const CsvFile& row) const;
+};
 
 }  // namespace larkstone

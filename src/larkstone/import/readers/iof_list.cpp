@@ -120,7 +120,7 @@ void IofNotes::operator()(std::string_view what, std::string_view text) const {
   session_.note(what, text, [&] {
     return quoted("ClassResult", className_) + ", " +
            quoted(std::string(element_.name) + " " + std::to_string(element_.number),
-                  runner_.name());
+                  nameInNotes(runner_));
   });
 }
 

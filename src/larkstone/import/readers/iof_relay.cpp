@@ -255,10 +255,11 @@ class RelayReader {
 
   // Whoever runs for nobody else runs for the club of the team.
   static void useClub(const LRKRunner& team, LRKRunner& runner) {
-    if (team.clubSet()) runner.club(team.club());
+    if (team.clubSet()) runner.club(std::string(sharedName(team.club())));
     if (team.clubIDSet()) runner.clubID(team.clubID());
-    if (team.clubCountryCodeSet()) runner.clubCountryCode(team.clubCountryCode());
-    if (team.clubCountrySet()) runner.clubCountry(team.clubCountry());
+    if (team.clubCountryCodeSet())
+      runner.clubCountryCode(std::string(sharedName(team.clubCountryCode())));
+    if (team.clubCountrySet()) runner.clubCountry(std::string(sharedName(team.clubCountry())));
   }
 
   void setSplitOrigin() {

@@ -265,7 +265,7 @@ class ListReader {
   void readTeam(XmlNode node, int index, std::vector<Entry>& entries) {
     Entry team;
     LRKRunner& runner = team.runner;
-    const std::string club = textOf(node, {"TeamName"});
+    const std::string club(sharedName(textOf(node, {"TeamName"})));
     const std::string number = textOf(node, {"TeamNro"});
     runner.name(number.empty() ? club : club + " " + number);
     team.place = quoted("team " + std::to_string(index + 1), runner.name());

@@ -92,7 +92,8 @@ void readLegTimes(std::string_view line, int count, Time start, LRKRunner& runne
   Time time = start;
   const auto takeLeg = [&] {
     const Time legTime = takeTime(line, "unreadable leg time", notes);
-    time = isDisq(time) || isDisq(legTime) ? LRK_NO_TIME : time + legTime;
+    time = isDisq(time) || isDisq(legTime) ? LRK_NO_TIME
+                                           : saturated<Time>(std::int64_t{time} + legTime);
   };
   int control = 1;
   for (; control < count && !line.empty(); ++control) {

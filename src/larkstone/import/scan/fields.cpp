@@ -122,12 +122,13 @@ bool isPrefixNoCase(std::string_view a, std::string_view b) {
 }
 
 std::string_view CsvFields::next() {
-  const bool quoted =
-      quotesClose_ && !rest_.empty() && (rest_.front() == '"' || rest_.front() == '\'');
+  constexpr std::string_view quotes = "\"'";
+  const auto quote = rest_.empty() ? nowhere : quotes.find(rest_.front());
+  const bool quoted = quote != nowhere && closes_[quote];
   const auto end = quoted ? quotedEnd(rest_, delimiter_) : nowhere;
   if (end == nowhere) {
     // Looked for once a line, or a line of opening quotes would be read again for each of them.
-    if (quoted) quotesClose_ = false;
+    if (quoted) closes_[quote] = false;
     return popField(rest_, delimiter_);
   }
   const std::string_view field = unquoted(rest_.substr(0, end));
@@ -138,13 +139,14 @@ std::string_view CsvFields::next() {
 std::string_view CsvFields::unquoted(std::string_view field) {
   const char quote = field.front();
   const std::string_view inside = field.substr(1, field.size() - 2);
-  if (inside.find(quote) == nowhere) return inside;
+  const char doubled[] = {quote, quote, '\0'};
+  if (inside.find(doubled) == nowhere) return inside;
   // No more than the rest of the line comes behind, so that what was handed out stays in place.
   if (texts_.empty()) texts_.reserve(rest_.size());
   const std::size_t begin = texts_.size();
   for (std::size_t i = 0; i < inside.size(); ++i) {
     texts_ += inside[i];
-    if (inside[i] == quote) ++i;
+    if (inside.substr(i).starts_with(doubled)) ++i;
   }
   return std::string_view(texts_).substr(begin);
 }

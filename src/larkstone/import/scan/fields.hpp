@@ -2,6 +2,7 @@
 
 // Cutting lines into fields. Texts are bytes of windows-1252, as result lists hold them.
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -33,7 +34,7 @@ bool isPrefixNoCase(std::string_view a, std::string_view b);
 
 /// The fields of one CSV line. A field in quotes or apostrophes ends at the closing one: delimiters
 /// within are kept, the quotes are removed and doubled ones become single. A quote that nothing
-/// closes is a character like any other.
+/// closes, and a single one within a field, is a character like any other.
 class CsvFields {
  public:
   /// Both must outlive the object.
@@ -49,7 +50,7 @@ class CsvFields {
 
   std::string_view rest_;
   std::string_view delimiter_;
-  bool quotesClose_ = true;
+  std::array<bool, 2> closes_ = {true, true};  // quotes, apostrophes
   std::string texts_;  // of fields with doubled quotes, one behind the other; never moved
 };
 

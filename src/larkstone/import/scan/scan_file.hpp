@@ -16,7 +16,6 @@ class ScanFile {
  public:
   explicit ScanFile(const std::string& path) : file_(path, File::Mode::read), size_(file_.size()) {}
 
-  bool isOpen() const { return file_.isOpen(); }
   std::int64_t size() const { return size_; }
   std::int64_t position() const { return position_; }
   void position(std::int64_t position) { position_ = position; }
