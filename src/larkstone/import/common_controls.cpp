@@ -77,7 +77,7 @@ class ControlOrder {
 };
 
 // The forkings that were run, each once, in order of appearance: those of runners with status OK,
-// or of all when none is. A runner of whom the list has no control tells nothing about them.
+// or of all when none is.
 std::vector<Codes> forkingsOf(const LRKCategory& category) {
   const auto isOK = [&](int i) { return category.runner(i).status() == estaOK; };
   int firstOK = 0;
@@ -88,7 +88,7 @@ std::vector<Codes> forkingsOf(const LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
     if (!all && !isOK(i)) continue;
     Codes codes = controlCodes(category.runner(i).punches());
-    if (!codes.empty() && seen.insert(codes).second) forkings.push_back(std::move(codes));
+    if (seen.insert(codes).second) forkings.push_back(std::move(codes));
   }
   return forkings;
 }
