@@ -133,7 +133,8 @@ TEST_F(DamagedFile, MemoryStaysInProportion) {
 #endif
   std::string legs = hex("47") + little(8 * 200'000, 4);
   for (std::size_t i = 0; i < 200'000; ++i) legs += little(i % 500, 2) + little(i / 500, 6);
-  const std::string runners = joined(Records(40'000, hex("80 00000000")));
+  const std::string runners =
+      hex("43 FF7F") + std::string(32767, 'A') + joined(Records(40'000, hex("80 00000000")));
   const std::string references = hex("67 FF7F") + joined(Records(32'767, hex("00000100")));
   for (const std::string& file : {eventFile({legs}), eventFile({runners}, {references, references}),
                                   eventFile(Records(32'767), Records(32'767, hex("67 0000")))}) {

@@ -182,6 +182,12 @@ bool equalNoCase(std::string_view a, std::string_view b) {
   return lowered(a) == lowered(b);
 }
 
+std::string_view beginningOf(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (text[most] & 0xC0) == 0x80) --most;
+  return text.substr(0, most);
+}
+
 std::string_view takeCharacter(std::string_view& utf8) {
   if (utf8.empty()) return {};
   const std::size_t length = std::max<std::size_t>(decode(utf8).length, 1);

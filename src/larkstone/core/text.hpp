@@ -23,6 +23,13 @@ std::string escapedMarkup(std::string_view utf8);
 /// Whether two texts are equal without regard to case.
 bool equalNoCase(std::string_view a, std::string_view b);
 
+/// The first bytes of a text, to the end of a character.
+std::string_view beginningOf(std::string_view utf8, std::size_t most);
+
+/// A name of which every runner of a category or team gets a copy. A hostile file can give
+/// thousands of runners one that is as long as the file: what is longer than any name is cut.
+inline std::string_view sharedName(std::string_view utf8) { return beginningOf(utf8, 255); }
+
 /// Takes the first character (its whole UTF-8 sequence) off the text; empty at the end.
 std::string_view takeCharacter(std::string_view& utf8);
 

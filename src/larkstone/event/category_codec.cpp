@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "larkstone/core/text.hpp"
 #include "larkstone/event/record_codec.hpp"
 
 namespace larkstone {
@@ -140,7 +141,7 @@ void numberRunners(LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
     LRKRunner& runner = category.runner(i);
     runner.categoryIndex(category.categoryIndex());
-    runner.categoryName(category.name());
+    runner.categoryName(std::string(sharedName(category.name())));
     runner.runnerIndex(i);
   }
 }

@@ -18,12 +18,6 @@ void shorten(std::string& text) {
 
 }  // namespace
 
-std::string_view beginningOf(std::string_view text, std::size_t most) {
-  if (text.size() <= most) return text;
-  while (most > 0 && (text[most] & 0xC0) == 0x80) --most;
-  return text.substr(0, most);
-}
-
 std::int32_t ImportSession::run(Reader reader, ReadJob job) {
   if (importingNow_ || reader == nullptr) return LRK_IMPORT_UNKNOWN;
   // Also when a notification throws: the importer is free again and no request to cancel is left.

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/text.hpp"
 #include "larkstone/core/types.hpp"
 #include "larkstone/import/import.hpp"
 
@@ -34,16 +35,8 @@ struct ReadJob {
 /// called. What it has read goes through a ReaderRun.
 using Reader = std::int32_t (*)(ReadJob&);
 
-/// The first bytes of a text, to the end of a character.
-std::string_view beginningOf(std::string_view text, std::size_t most);
-
 /// In bytes; what is longer is cut.
 inline constexpr std::size_t longestNoteText = 200;
-
-/// A name that every runner of a category or team gets a copy of. One of megabytes, with thousands
-/// of runners, would take more memory than there is: of what is longer than any name, the
-/// beginning.
-inline std::string_view sharedName(std::string_view name) { return beginningOf(name, 1000); }
 
 class ImportSession {
  public:
