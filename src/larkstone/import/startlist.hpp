@@ -68,4 +68,7 @@ class Startlist {
 /// Whether a word is a time of day: digits in groups, "10:02:00" or "10.02".
 bool isClockText(std::string_view word);
 
+/// Whether a text begins with a start number, as entries do and headers do not.
+bool beginsWithNumber(std::string_view text);
+
 }  // namespace larkstone
