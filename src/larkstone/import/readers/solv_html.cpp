@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
@@ -36,7 +37,7 @@ namespace {
 
 constexpr std::size_t lineWidth = 78;
 constexpr std::size_t resultWidth = 7;
-constexpr int groupsInALine = 5;
+constexpr std::size_t groupsInALine = 5;
 constexpr std::size_t groupWidth = 15;
 
 struct StatusWord {
@@ -67,14 +68,13 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 struct RunnerLine {
   std::string_view text;
   std::string_view result;
-  std::size_t clubStart;  // from 1
-  std::size_t clubWidth;
+  std::string_view club;
 };
 
 RunnerLine runnerLineOf(std::string_view text) {
   while (text.size() > lineWidth && text.back() == ' ') text.remove_suffix(1);
   const auto fromEnd = [&](std::size_t count) {
-    return columnOf(text, text.size() < count ? 1 : text.size() - count + 1);
+    return columnText(text, text.size() - std::min(text.size(), count));
   };
   std::string_view result = fromEnd(resultWidth);
   // One word is as wide as the result and the blank before it.
@@ -86,8 +86,9 @@ RunnerLine runnerLineOf(std::string_view text) {
     end = lineWidth;
     result = {};
   }
-  const std::size_t clubStart = end < 27 ? 1 : end - 26;
-  return {text, result, clubStart, result.size() > resultWidth ? 19U : 20U};
+  const std::size_t clubStart = end - std::min<std::size_t>(end, 27);
+  const std::size_t clubWidth = result.size() > resultWidth ? 19 : 20;
+  return {text, result, columnText(text, clubStart, clubStart + clubWidth)};
 }
 
 class SolvReader {
@@ -102,7 +103,7 @@ class SolvReader {
   bool readClass(std::string_view heading, std::string_view block, int line);
   bool readRunner(std::string_view entry, int line);
   void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
-  void readSplits(PageLines& lines, LRKRunner& runner) const;
+  void readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const;
 
   ReadJob& job_;
   ReaderRun run_;
@@ -116,7 +117,7 @@ std::string eventNameOf(std::string_view html) {
   HtmlPage page(html);
   page.readThrough({"h2"});
   if (!page.tag().empty()) {
-    return headingText(HtmlPage(page.readThrough({"/h2"})).readThrough({"a"}));
+    return lineText(HtmlPage(page.readThrough({"/h2"})).readThrough({"a"}));
   }
   page = HtmlPage(html);
   page.readThrough({"pre"});
@@ -156,7 +157,7 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
   std::string_view course = header;
   removeThrough(course, "(");
   LRKCategory category;
-  category.name(headingText(heading));
+  category.name(lineText(heading));
   if (const auto kilometres = wholeNumber(textBefore(course, " km"))) {
     category.courseLength(roundHalfEven(*kilometres * 100000));
   }
@@ -170,15 +171,14 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
 }
 
 bool SolvReader::readRunner(std::string_view entry, int line) {
-  PageLines lines(entry, line);
-  std::string_view first;
-  lines.next(first);
+  const std::vector<PageLine> lines = allLinesOf(entry, line);
+  const std::string_view first = lines.empty() ? std::string_view() : lines[0].text;
   const RunnerLine runnerLine = runnerLineOf(first);
   LRKRunner runner;
   const LineNotes notes(job_.session, line, &runner);
   readPerson(runnerLine, notes, runner);
   if (runner.name().empty()) {
-    notes("no name in", trimmed(first));
+    notes("no name in", utf8FromWindows1252(trimmed(first)));
     return true;
   }
   runner.startTime(0);
@@ -192,13 +192,12 @@ bool SolvReader::readRunner(std::string_view entry, int line) {
 
 void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
                             LRKRunner& runner) const {
-  runner.name(utf8FromWindows1252(columnOf(line.text, 6, 23)));
-  const std::string_view club = columnOf(line.text, line.clubStart, line.clubWidth);
-  if (!club.empty()) runner.club(utf8FromWindows1252(club));
-  if (const auto place = wholeNumber(columnOf(line.text, 1, 3))) {
+  runner.name(utf8FromWindows1252(columnText(line.text, 5, 28)));
+  if (!line.club.empty()) runner.club(utf8FromWindows1252(line.club));
+  if (const auto place = wholeNumber(columnText(line.text, 0, 3))) {
     runner.resultPlace(static_cast<std::int16_t>(*place));
   }
-  const std::string_view year = columnOf(line.text, 29, 2);
+  const std::string_view year = columnText(line.text, 28, 30);
   if (year.size() == 2 && isDigit(year[0]) && isDigit(year[1])) {
     const int before2000 = 1900 + leadingInteger(year);
     const int born = thisYear_ - before2000 >= 100 ? before2000 + 100 : before2000;
@@ -215,32 +214,33 @@ void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
   }
 }
 
-void SolvReader::readSplits(PageLines& lines, LRKRunner& runner) const {
-  std::string_view times;
-  std::string_view codes;
-  std::string_view behind;
-  while (lines.next(times)) {
-    const LineNotes timeNotes(job_.session, lines.number(), &runner);
-    lines.next(codes);
-    const LineNotes codeNotes(job_.session, lines.number(), &runner);
-    for (int group = 0; group < groupsInALine; ++group) {
-      const std::size_t start = static_cast<std::size_t>(group) * groupWidth;
-      const std::string_view code = columnOf(codes, start + 3, 4);
+void SolvReader::readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const {
+  constexpr std::size_t linesOfAGroup = 3;
+  for (std::size_t i = 1; i + 1 < lines.size(); i += linesOfAGroup) {
+    const PageLine& times = lines[i];
+    const PageLine& codes = lines[i + 1];
+    for (std::size_t group = 0; group < groupsInALine; ++group) {
+      const std::size_t start = group * groupWidth;
+      const std::string_view code = columnText(codes.text, start + 2, start + 6);
       if (code.empty()) break;
-      const std::string_view text = columnOf(times, start + 7, 7);
+      const std::string_view text = columnText(times.text, start + 6, start + 13);
       const Time time = stringToTime(text, etacAuto);
       if (isDisq(time) && !text.empty() && text != "--") {
-        timeNotes("time of a control", utf8FromWindows1252(text));
+        LineNotes(job_.session, times.number, &runner)("time of a control",
+                                                       utf8FromWindows1252(text));
       }
       if (code == "Zi") {
         runner.finishTime(time);
         continue;
       }
       const auto number = wholeNumber(code);
-      if (!number) codeNotes("code of a control", utf8FromWindows1252(code));
-      runner.punches().add(time, static_cast<Code>(number.value_or(0)));
+      const bool isCode = number && *number >= 0;
+      if (!isCode) {
+        LineNotes(job_.session, codes.number, &runner)("code of a control",
+                                                       utf8FromWindows1252(code));
+      }
+      runner.punches().add(time, isCode ? static_cast<Code>(*number) : Code{0});
     }
-    lines.next(behind);
   }
 }
 
