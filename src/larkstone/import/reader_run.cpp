@@ -29,9 +29,15 @@ void ReaderRun::beginCategory(LRKCategory category) {
   if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
 }
 
+void ReaderRun::countCategory() {
+  ++noOfAdded_;
+  if (category_.name().empty()) ++noOfNameless_;
+}
+
 void ReaderRun::endCategory() {
   if (!open_ || stopped()) return;
   open_ = false;
+  countCategory();
   if (courseLength_ == CourseLengthFrom::runners) setCourseLengthFromRunners(category_);
   const std::int32_t error = job_.event.addCategory(category_);
   if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
@@ -45,6 +51,7 @@ void ReaderRun::add(LRKRunner runner) {
 void ReaderRun::endRelay() {
   if (!open_ || stopped()) return;
   open_ = false;
+  countCategory();
   const RelayRules rules{job_.session.wholeLegsText, job_.session.commonControlsText, false,
                          job_.parallelMode};
   std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules);

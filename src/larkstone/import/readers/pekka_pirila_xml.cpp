@@ -194,10 +194,18 @@ class ListReader {
     forEachChild(root, {"EventClass", "class"}, visit);
   }
 
+  // Organisers write "5200", "5,2", "5.2 km" or, of a length that is even, "5": no course is as
+  // short as 100 m.
+  static Length lengthOf(const std::string& text) {
+    const Length length = stringToLength(text);
+    const bool hasUnit = lowered(text).find('m') != std::string::npos;
+    return length < 10000 && !hasUnit ? stringToLength(text + " km") : length;
+  }
+
   void beginClass(XmlNode node) {
     LRKCategory category;
     category.name(textOf(node, {"ClassName"}));
-    const Length length = stringToLength(textOf(node, {"ClassDist"}));
+    const Length length = lengthOf(textOf(node, {"ClassDist"}));
     if (length > 0) category.courseLength(length);
     run_.beginCategory(std::move(category));
   }
