@@ -1,5 +1,7 @@
 #include "larkstone/import/reader_run.hpp"
 
+#include <algorithm>
+
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/relay_results.hpp"
 
@@ -63,7 +65,7 @@ void ReaderRun::endRelay() {
 }
 
 bool ReaderRun::progress(int done, int total) {
-  job_.session.progress(static_cast<float>(done) / static_cast<float>(total));
+  job_.session.progress(static_cast<float>(std::min(done, total)) / static_cast<float>(total));
   return !stopped();
 }
 

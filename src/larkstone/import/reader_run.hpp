@@ -59,7 +59,8 @@ class ReaderRun {
   int noOfAdded() const { return noOfAdded_; }
   int noOfNameless() const { return noOfNameless_; }
 
-  /// Reports the part done; false when the reader has to stop.
+  /// Reports the part done, at most all of it (the end of a page counts as its last line); false
+  /// when the reader has to stop.
   bool progress(int done, int total);
 
   bool stopped();

@@ -156,7 +156,7 @@ class ETimingReader {
         for (const PageLine& above : linesOf(piece, line)) readControls(above.text);
       }
       line += static_cast<int>(std::count(piece.begin(), piece.end(), '\n'));
-      if (isRunner && !run_.progress(std::min(line, lines_), lines_)) return;
+      if (isRunner && !run_.progress(line, lines_)) return;
       isRunner = true;
     }
   }

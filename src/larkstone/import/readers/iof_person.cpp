@@ -46,4 +46,18 @@ void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& no
   }
 }
 
+Code readControlCode(std::string_view text, const IofNotes& notes) {
+  const Code code = controlCodeOf(text);
+  if (code == 0) notes("no number in control code", text);
+  return code;
+}
+
+void addSplit(const IofSplit& split, Time start, LRKRunner& runner, const IofNotes& notes) {
+  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
+  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
+    notes("too many punches");
+  }
+}
+
 }  // namespace larkstone

@@ -234,22 +234,16 @@ Time timeOf(XmlNode element, const IofNotes& notes) {
   return time;
 }
 
-// A punch, its time counted from the start.
-struct Split {
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-};
-
 struct TimeFields {
   XmlNode start;
   XmlNode finish;
   XmlNode time;
-  std::vector<Split> splits;
+  std::vector<IofSplit> splits;
 };
 
-Split readSplit(XmlNode element, const IofNotes& notes) {
+IofSplit readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
-  Split split;
+  IofSplit split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
     if (field.is("Time")) {
       const std::string_view text = field.text(pieces);
@@ -257,9 +251,7 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
       noteTime(notes, "unreadable split time", split.time, text);
     } else if (field.is("ControlCode") || field.is("Control")) {
       const XmlNode code = field.is("Control") ? field.child("ControlCode") : field;
-      const std::string_view text = code.text(pieces);
-      split.code = controlCodeOf(text);
-      if (split.code == 0) notes("no number in control code", text);
+      split.code = readControlCode(code.text(pieces), notes);
     }
   }
   return split;
@@ -294,12 +286,7 @@ void readTimes(const TimeFields& fields, LRKRunner& runner, const IofNotes& note
   if (!isDisq(time)) runner.finishTime(runner.startTime() + time);
 
   const Time start = runner.startTime();
-  for (const Split& split : fields.splits) {
-    const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
-    if (runner.punches().add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
-      notes("too many punches");
-    }
-  }
+  for (const IofSplit& split : fields.splits) addSplit(split, start, runner, notes);
   completePunches(runner);
   if (runner.startTime() > runner.finishTime()) {
     runner.finishTime(runner.finishTime() + 24 * 360000);

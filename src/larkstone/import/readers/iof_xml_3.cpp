@@ -132,17 +132,10 @@ void readCard(XmlNode card, LRKRunner& runner, const IofNotes& notes) {
   }
 }
 
-// A punch, its time counted from the start.
-struct Split {
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-  bool additional = false;
-};
-
 struct ResultFields {
   Time start = LRK_NO_TIME;
   Time time = LRK_NO_TIME;
-  std::vector<Split> splits;
+  std::vector<IofSplit> splits;
 };
 
 Time startOf(XmlNode element, const IofNotes& notes) {
@@ -159,14 +152,12 @@ Time timeOf(std::string_view text, std::string_view what, const IofNotes& notes)
   return seconds.value_or(LRK_NO_TIME);
 }
 
-Split readSplit(XmlNode element, const IofNotes& notes) {
+IofSplit readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
-  Split split;
+  IofSplit split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
     if (field.is("ControlCode")) {
-      const std::string_view text = field.text(pieces);
-      split.code = controlCodeOf(text);
-      if (split.code == 0) notes("no number in control code", text);
+      split.code = readControlCode(field.text(pieces), notes);
     } else if (field.is("Time")) {
       split.time = timeOf(field.text(pieces), "unreadable split time", notes);
     }
@@ -201,14 +192,6 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
   return fields;
 }
 
-void addPunch(const Split& split, Time start, LRKRunner& runner, const IofNotes& notes) {
-  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
-  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
-  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
-    notes("too many punches");
-  }
-}
-
 void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
   readPerson(result.person, runner, notes);
   readOrganisation(result.organisation ? result.organisation : organisationIn(result.person),
@@ -218,7 +201,7 @@ void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
   const Time start = isDisq(fields.start) ? 0 : fields.start;
   runner.startTime(start);
   runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
-  for (const Split& split : fields.splits) addPunch(split, start, runner, notes);
+  for (const IofSplit& split : fields.splits) addSplit(split, start, runner, notes);
 }
 
 void readTeam(XmlNode team, LRKRunner& runner, IofStanding&, const IofNotes&) {

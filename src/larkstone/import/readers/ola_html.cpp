@@ -103,7 +103,7 @@ class OlaReader {
       const std::string_view row = table.readThrough({"/tr"});
       if (isRunnerRow(row)) {
         readRunner(cellsOf(row), line);
-        if (!run_.progress(std::min(table.line(), lines_), lines_)) return;
+        if (!run_.progress(table.line(), lines_)) return;
       } else if (!hasHeading) {
         hasHeading = readHeading(cellsOf(row));
       }

@@ -15,7 +15,6 @@
 // codes; they count from 31.
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -29,6 +28,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
@@ -42,25 +42,10 @@ constexpr std::size_t timeWidth = 13;
 constexpr std::size_t resultWidth = 10;
 constexpr int firstControl = 31;
 
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
+constexpr StatusWord statusWords[] = {
+    {"hyl", estaMisPunch},      {"virh", estaMisPunch},    {"miss", estaMisPunch},
+    {"kesk", estaDidNotFinish}, {"dnf", estaDidNotFinish}, {"dq", estaDisqualified},
 };
-constexpr std::array<StatusWord, 6> statusWords = {{
-    {"hyl", estaMisPunch},
-    {"virh", estaMisPunch},
-    {"miss", estaMisPunch},
-    {"kesk", estaDidNotFinish},
-    {"dnf", estaDidNotFinish},
-    {"dq", estaDisqualified},
-}};
-
-enmStatus statusOf(std::string_view place) {
-  const std::string word = lowered1252(place);
-  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
-                                  [&](const StatusWord& known) { return known.word == word; });
-  return found == statusWords.end() ? estaUnknown : found->status;
-}
 
 // The class that a heading is about; nothing for a heading of another kind. Pages of other programs
 // write these words in small letters.
@@ -102,8 +87,6 @@ class PekkaPirilaReader {
   std::int32_t read(std::string_view html);
 
  private:
-  // The end of the page counts as its last line.
-  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
   bool readClass(HtmlPage& page, std::string name);
   bool readRunner(const PageLine& pageLine, int controls);
   void readTimes(std::string_view line, int controls, const LineNotes& notes,
@@ -148,10 +131,11 @@ bool PekkaPirilaReader::readClass(HtmlPage& page, std::string name) {
                                              utf8FromWindows1252(trimmed(header.text)));
     }
     for (std::size_t i = 1; controls > 0 && i < lines.size(); ++i) {
-      if (!readRunner(lines[i], controls) || !progress(lines[i].number)) return false;
+      if (!readRunner(lines[i], controls) || !run_.progress(lines[i].number, lineCount_))
+        return false;
     }
   }
-  return progress(page.line());
+  return run_.progress(page.line(), lineCount_);
 }
 
 bool PekkaPirilaReader::readRunner(const PageLine& pageLine, int controls) {
@@ -169,7 +153,8 @@ bool PekkaPirilaReader::readRunner(const PageLine& pageLine, int controls) {
   }
   const auto place = wholeNumber(columnText(line, 0, 3));
   if (place) runner.resultPlace(static_cast<std::int16_t>(*place));
-  runner.status(place ? estaOK : statusOf(columnText(line, 0, 4)));
+  const std::string word = lowered1252(columnText(line, 0, 4));
+  runner.status(place ? estaOK : statusOf(word, statusWords).value_or(estaUnknown));
   runner.startTime(0);
   readTimes(line, controls, notes, runner);
   const std::string_view result = columnText(line, resultStart, resultStart + resultWidth);

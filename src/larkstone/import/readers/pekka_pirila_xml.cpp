@@ -17,6 +17,7 @@
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/relay_results.hpp"
 #include "larkstone/import/scan/text_encoding.hpp"
+#include "larkstone/import/status_words.hpp"
 #include "larkstone/import/xml_preparation.hpp"
 #include "larkstone/platform/file.hpp"
 #include "larkstone/platform/xml.hpp"
@@ -71,7 +72,7 @@ Time sumOf(Time start, Time time) {
   return isDisq(time) || isDisq(start + time) ? LRK_NO_TIME : start + time;
 }
 
-constexpr std::pair<std::string_view, enmStatus> statusWords[] = {
+constexpr StatusWord statusWords[] = {
     {"dq", estaDisqualified}, {"dnf", estaDidNotFinish},  {"dns", estaDidNotStart},
     {"mis", estaMisPunch},    {"hyl", estaDisqualified},  {"kesk", estaDidNotFinish},
     {"virh", estaMisPunch},   {"excl", estaDisqualified}, {"lap", estaDidNotFinish},

@@ -15,7 +15,7 @@
 // behind. Minutes go on above 59; "--" stands for a time that is not known.
 
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -29,6 +29,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 #include "larkstone/platform/clock.hpp"
 
 namespace larkstone {
@@ -40,26 +41,14 @@ constexpr std::size_t resultWidth = 7;
 constexpr std::size_t groupsInALine = 5;
 constexpr std::size_t groupWidth = 15;
 
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
+constexpr StatusWord statusWords[] = {
+    {"po.f.", estaMisPunch},       {"po.fal.", estaMisPunch},    {"p.fehl.", estaMisPunch},
+    {"aufgeg.", estaDidNotFinish}, {"n.gest.", estaDidNotStart}, {"n. gest.", estaDidNotStart},
+    {"disq.", estaDisqualified},   {"disqu.", estaDisqualified},
 };
-constexpr std::array<StatusWord, 8> statusWords = {{
-    {"po.f.", estaMisPunch},
-    {"po.fal.", estaMisPunch},
-    {"p.fehl.", estaMisPunch},
-    {"aufgeg.", estaDidNotFinish},
-    {"n.gest.", estaDidNotStart},
-    {"n. gest.", estaDidNotStart},
-    {"disq.", estaDisqualified},
-    {"disqu.", estaDisqualified},
-}};
 
-const StatusWord* statusOf(std::string_view result) {
-  const std::string word = lowered1252(result);
-  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
-                                  [&](const StatusWord& known) { return known.word == word; });
-  return found == statusWords.end() ? nullptr : &*found;
+std::optional<enmStatus> statusOf(std::string_view result) {
+  return statusOf(lowered1252(result), statusWords);
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -78,10 +67,10 @@ RunnerLine runnerLineOf(std::string_view text) {
   };
   std::string_view result = fromEnd(resultWidth);
   // One word is as wide as the result and the blank before it.
-  if (statusOf(fromEnd(resultWidth + 1)) != nullptr) result = fromEnd(resultWidth + 1);
+  if (statusOf(fromEnd(resultWidth + 1))) result = fromEnd(resultWidth + 1);
   std::size_t end = text.size();
   const bool isResult = (!result.empty() && isDigit(result.front()) && isTimeText(result)) ||
-                        statusOf(result) != nullptr;
+                        statusOf(result).has_value();
   if (end < lineWidth && !isResult) {  // it lost the blanks of an empty result
     end = lineWidth;
     result = {};
@@ -98,8 +87,6 @@ class SolvReader {
   std::int32_t read(std::string_view html);
 
  private:
-  // The end of the page counts as its last line.
-  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
   bool readClass(std::string_view heading, std::string_view block, int line);
   bool readRunner(std::string_view entry, int line);
   void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
@@ -165,9 +152,9 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
   while (!entries.tag().empty()) {
     const int entryLine = entries.line();
     if (!readRunner(entries.readThrough({"b"}), entryLine)) return false;
-    if (!progress(entries.line())) return false;
+    if (!run_.progress(entries.line(), lineCount_)) return false;
   }
-  return progress(entries.line());
+  return run_.progress(entries.line(), lineCount_);
 }
 
 bool SolvReader::readRunner(std::string_view entry, int line) {
@@ -207,8 +194,8 @@ void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
   if (line.result.empty()) return;
   if (isDigit(line.result.front())) {
     runner.status(estaOK);
-  } else if (const StatusWord* const known = statusOf(line.result)) {
-    runner.status(known->status);
+  } else if (const auto status = statusOf(line.result)) {
+    runner.status(*status);
   } else {
     notes("result", utf8FromWindows1252(line.result));
   }

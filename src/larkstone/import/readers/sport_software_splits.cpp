@@ -2,7 +2,6 @@
 // split_list.hpp.
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,17 +20,13 @@
 #include "larkstone/import/readers/split_times.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
 namespace {
 
 constexpr auto nowhere = std::string_view::npos;
-
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
-};
 
 // The keys of the table of columns, then the words that only these lists have.
 constexpr StatusWord statusWords[] = {
@@ -40,13 +35,6 @@ constexpr StatusWord statusWords[] = {
     {"fehlst", estaMisPunch},   {"pm", estaMisPunch},       {"disqu", estaDisqualified},
     {"disk", estaDisqualified}, {"zeitüb", estaOverTime},   {"zeitü", estaOverTime},
 };
-
-std::optional<enmStatus> statusOf(std::string_view word) {
-  for (const StatusWord& row : statusWords) {
-    if (row.word == word) return row.status;
-  }
-  return std::nullopt;
-}
 
 class SplitList {
  public:
@@ -150,8 +138,8 @@ class SplitList {
       return;
     }
     const std::string text = utf8FromWindows1252(result);
-    auto status = statusOf(lowered(text));
-    if (!status) status = statusOf(columnKey(text));
+    auto status = statusOf(lowered(text), statusWords);
+    if (!status) status = statusOf(columnKey(text), statusWords);
     if (status) {
       runner.status(*status);
     } else {
