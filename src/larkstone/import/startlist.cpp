@@ -57,13 +57,13 @@ void Startlist::beginClass(const std::string& name) {
 }
 
 void Startlist::add(std::string name, std::string club, std::string_view start, int line) {
-  if (classes_.empty()) return;
   const Time time = isClockText(start) ? stringToClockTime(start, etacAuto) : LRK_NO_TIME;
   // A name of another script has become question marks, which would agree with any such name.
   const bool named = keyOf(name).find_first_not_of("? ") != std::string::npos;
-  if (isDisq(time) || !named) {
+  const bool complete = named && !isDisq(time);
+  if (!complete || classes_.empty()) {
     const std::string text = start.empty() ? name : name + ' ' + utf8FromWindows1252(start);
-    LineNotes(job_.session, line)("no name or start time in", text);
+    LineNotes(job_.session, line)(complete ? "no class for" : "no name or start time in", text);
     return;
   }
   hasEntries_ = true;

@@ -29,8 +29,8 @@ class Startlist {
 
   /// The class that is meant from here on; one of the same name is gone on with.
   void beginClass(const std::string& name);
-  /// An entry of the class, its start a time of day. One whose start cannot be read is dropped, so
-  /// is one outside of any class.
+  /// An entry of the class, its start a time of day. One whose start is missing or cannot be read
+  /// is dropped, so is one outside of any class; a note tells.
   void add(std::string name, std::string club, std::string_view start, int line);
   bool hasEntries() const { return hasEntries_; }
 
