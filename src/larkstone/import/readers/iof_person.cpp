@@ -31,10 +31,10 @@ void readClubCountry(Country country, LRKRunner& runner) {
   if (!country.name.empty()) runner.clubCountry(std::move(country.name));
 }
 
-void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
+enmStatus readStatus(std::string_view text, const IofNotes& notes) {
   const enmStatus status = statusFromIof(text);
   if (status == estaOK && !equalNoCase(text, iofStatusText(estaOK))) notes("unknown status", text);
-  runner.status(status);
+  return status;
 }
 
 void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes) {

@@ -15,7 +15,7 @@ void readBirthDate(std::string_view text, std::string_view format, LRKRunner& ru
                    const IofNotes& notes);
 void readNationality(XmlNode element, LRKRunner& runner);
 void readClubCountry(Country country, LRKRunner& runner);
-void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+enmStatus readStatus(std::string_view text, const IofNotes& notes);
 /// An empty or unreadable number leaves the card unknown.
 void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes);
 

@@ -195,7 +195,8 @@ void readResultField(XmlNode field, LRKRunner& runner, const IofNotes& notes) {
   if (field.is("CCard") || field.is("CCardId")) {
     readCard(field, runner, notes);
   } else if (field.is("CompetitorStatus")) {
-    ifAttribute(field, "value", [&](std::string_view text) { readStatus(text, runner, notes); });
+    ifAttribute(field, "value",
+                [&](std::string_view text) { runner.status(readStatus(text, notes)); });
   } else if (field.is("TeamSequence")) {
     const auto leg = integerOf(field.text()).value_or(0);
     if (leg > 0 && leg <= 255) runner.relayLeg(static_cast<std::int16_t>(leg));
@@ -309,7 +310,7 @@ void readTeam(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofN
   standing.finish = clockOf(team.child("FinishTime"), notes);
   standing.time = timeOf(team.child("Time"), notes);
   ifAttribute(team.child("TeamStatus"), "value",
-              [&](std::string_view text) { readStatus(text, runner, notes); });
+              [&](std::string_view text) { runner.status(readStatus(text, notes)); });
 }
 
 }  // namespace

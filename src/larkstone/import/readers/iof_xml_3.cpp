@@ -181,7 +181,7 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
       fields.time = timeOf(field.text(pieces), "unreadable time", notes);
     } else if (field.is("Status")) {
       const std::string_view text = field.text(pieces);
-      if (!text.empty()) readStatus(text, runner, notes);
+      if (!text.empty()) runner.status(readStatus(text, notes));
     } else if (field.is("Course")) {
       readRunnersCourse(field, runner);
     } else if (field.is("ControlCard")) {
@@ -213,11 +213,8 @@ bool readStanding(XmlNode result, IofStanding& standing, const IofNotes& notes) 
   const XmlNode overall = result.child("OverallResult");
   if (!overall) return false;
   standing.time = timeOf(overall.textAt("Time"), "unreadable time", notes);
-  ifText(overall.child("Status"), [&](const std::string& text) {
-    LRKRunner team;
-    readStatus(text, team, notes);
-    standing.status = team.status();
-  });
+  ifText(overall.child("Status"),
+         [&](const std::string& text) { standing.status = readStatus(text, notes); });
   return true;
 }
 
