@@ -24,9 +24,9 @@ class NameIndex {
   /// Visits the places (in the list that was given) of all names that agree with a name.
   template <class Visit>
   void forEachAgreeing(std::string_view name, Visit visit) const {
-    const auto first =
-        std::lower_bound(rows_.begin(), rows_.end(), name,
-                         [](const Row& row, std::string_view wanted) { return row.name < wanted; });
+    const auto first = std::lower_bound(
+        rows_.begin(), rows_.end(), name,
+        [](const Row& row, std::string_view wanted) { return row.name.compare(wanted) < 0; });
     for (auto row = first; row != rows_.end() && row->name.starts_with(name); ++row) {
       visit(row->place);
     }
