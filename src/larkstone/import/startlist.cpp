@@ -74,6 +74,7 @@ void Startlist::add(std::string name, std::string club, std::string_view start, 
 // once.
 std::vector<Startlist::Task> Startlist::tasks() {
   std::vector<std::string> categories;
+  categories.reserve(static_cast<std::size_t>(job_.event.noOfCategories()));
   for (int i = 0; i < job_.event.noOfCategories(); ++i) {
     categories.push_back(keyOf(job_.event.categoryName(i)));
   }
