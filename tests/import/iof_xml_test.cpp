@@ -155,6 +155,11 @@ TEST_F(IofXml2Test, MoreThanHalfOfTheNamesBlankIsTold) {
             LRK_IMPORT_IOF_XML_BLANK_NAMES);  // three of four
   EXPECT_THAT(categoryNames(event), ElementsAre("A", "", "", ""));
   EXPECT_EQ(event.lastModifiedBy(), "Ann");
+  event.closeEvent();
+  ASSERT_EQ(event.createNewEvent(folder / "relay.lrk4"), 0);
+  const std::string relay = classOf(element("TeamResult", runner), "");
+  EXPECT_EQ(importXml(list(classOf(runner, "A") + relay)), 0);  // one of two
+  EXPECT_EQ(event.noOfCategories(), 3);
 }
 
 TEST_F(IofXml2Test, TheVersionChoosesTheReader) {

@@ -38,7 +38,7 @@ const std::string solvPage =
     "<pre>( 1.6 km,  10 m, 7 Po.)  5 Teilnehmer\n\n" +
     solvRunner("  1.", "J\u00F6rg Muster", "08", "OLG Beispiel", "1:47:07") +
     "    1.   0.38 (2)  2.     --  ()  3.   2.00 (1)  4.  59.59 (1)  5.  62.15(10)\n"
-    "   131   0.38 (2)  95     --  () 101   1.22 (1) 131  57.59 (1)  A7   2.16 (2) \n"
+    "   131   0.38 (2)  95     --  () 101   1.22 (1) 131  57.59 (1)  -7   2.16 (2) \n"
     "         0.01                          0.00\n"
     "    6. 106.44 (1)     107.07(22)\n"
     "   142  44.29(22)  Zi   0.23 (6)\n"
@@ -78,7 +78,7 @@ const std::string pirilaPage =
     "</PRE>\n\n<H3>H21 A   Rastiv\u00E4lien ajat\n\n</H3><PRE>\n"
     "Sija  Nimi                         0-1          1-M      Tulos\n\n"
     "  1. Matti Malli                   2-26        1-37      12.50\n</PRE>\n"
-    "<H3>D21   Tilanne rasteilla\n\n</H3><PRE>\n"
+    "<H3>D21   Tilanne rasteilla klo 12.30\n\n</H3><PRE>\n"
     "Sija  Nimi                          1.      Tulos\n</PRE>\n"
     "<H3>D35   Tilanne rasteilla</H3>\n<PRE>no header\n</PRE>\n</HTML>\n";
 
@@ -202,7 +202,7 @@ TEST_F(PagesTest, WhatIsDroppedIsNamedWithItsLine) {
     return texts;
   };
   EXPECT_THAT(noted(formats[0]),
-              ElementsAre("line 11 \"J\u00F6rg Muster\": code of a control \"A7\"",
+              ElementsAre("line 11 \"J\u00F6rg Muster\": code of a control \"-7\"",
                           "line 21 \"Max Vier\": result \"a.K.\""));
   EXPECT_THAT(noted(formats[1]),
               ElementsAre("line 11 \"Veera Virhe\": time of a control \"x\"",

@@ -297,6 +297,16 @@ TEST_F(RelayTest, PekkaPirilaIndividual) {
   EXPECT_THAT(runnersOf(0),
               ElementsAre("Ö Åkk 0 1: S 4320000, 31 4326000, 32 -, 33 4338000, F 4383000",
                           "B C 7 0: S 4320000, 31 4327000, 32 4332000, 33 -, F -"));
+  const std::pair<std::string_view, Length> lengths[] = {{"5200", 520000},  {"7", 700000},
+                                                         {"7.2km", 720000}, {"6,05", 605000},
+                                                         {"80 m", 8000},    {"", 0}};
+  for (const auto& [text, length] : lengths) {
+    const std::string course = element(
+        "EventClass", element("ClassDist", text) + competitor("<Name>A</Name>", "1.00", "", ""));
+    ASSERT_EQ(importer.importPekkaPirilaXML(event, folder.write("1.xml", element("Event", course))),
+              0);
+    EXPECT_EQ(event.category(event.noOfCategories() - 1)->courseLength(), length) << text;
+  }
   const std::pair<std::string_view, enmStatus> words[] = {{"dq", estaDisqualified},
                                                           {"Dns", estaDidNotStart},
                                                           {"MIS", estaMisPunch},

@@ -5,10 +5,12 @@
 #include "larkstone/core/text.hpp"
 
 #include "imported.hpp"
+#include "treated_pages.hpp"
 
 namespace larkstone {
 namespace {
 
+using test::replaced;
 using Cells = std::vector<std::string_view>;
 
 // A line whose words end at given columns, in the page's encoding: there a letter is a byte.
@@ -47,13 +49,6 @@ std::string page(std::string_view list) {
          "<b>Spring &amp;\nCo</b> created by <a href='http://www.sportsoftware.de'>OE2002 \xA9 "
          "A. Uthor</a>\n<pre><font size=3>" +
          std::string(list) + "</font></pre>\nEnd  (1)\n</body></html>\n";
-}
-
-std::string replaced(std::string text, std::string_view from, std::string_view to) {
-  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
-  }
-  return text;
 }
 
 class SplitListsTest : public test::ImportTest {

@@ -1,9 +1,13 @@
 // Start times of start lists into an event that has its runners.
 
+#include <algorithm>
+#include <random>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "larkstone/core/time.hpp"
+#include "larkstone/import/name_index.hpp"
 
 #include "imported.hpp"
 #include "treated_pages.hpp"
@@ -106,7 +110,7 @@ TEST_F(StartlistTest, AnEntryIsForAllWhoAgreeWithIt) {
   const Row rows[] = {
       {"Eva Berg", "OK Syd", "1:00", {0, 1}},    {"EVA BERGMAN", "ok syd 2", "2:00", {0, 1}},
       {"Eva Berg", "", "3:00", {0, 1, 3}},       {"\u00E5sa ek", "Any", "4:00", {2}},
-      {"Eva Borg", "OK Syd", "5:00", {}, 1},     {"Eva Berg", "OK Syd", "6:xx", {}, 0},
+      {"Eva Borg", "OK Syd", "5:00", {}, 1},     {"Eva Berg", "OK Syd", "6:xx", {}, 1},
       {"Eva Berg", "OK Syd", "99999:00", {}, 1}, {"\u0418\u0432\u0430", "OK Syd", "7:00", {}, 1},
   };
   for (const Row& row : rows) {
@@ -124,10 +128,34 @@ TEST_F(StartlistTest, AnEntryIsForAllWhoAgreeWithIt) {
   }
 }
 
+TEST(NameIndexTest, FindsWhatAgreesByTheDefinition) {
+  std::mt19937 random(5);
+  const auto name = [&] {
+    std::string text(random() % 5, 'a');
+    for (char& c : text) c = random() % 2 == 0 ? 'a' : '\xE5';
+    return text;
+  };
+  for (int round = 0; round < 200; ++round) {
+    std::vector<std::string> names(random() % 30);
+    for (std::string& other : names) other = name();
+    const NameIndex index(names);
+    const std::string wanted = name() + name();
+    std::vector<std::size_t> expected;
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const std::size_t length = std::min(names[i].size(), wanted.size());
+      if (names[i].substr(0, length) == wanted.substr(0, length)) expected.push_back(i);
+    }
+    index.forEachAgreeing(wanted, [&](std::size_t i) { found.push_back(i); });
+    EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected)) << wanted;
+  }
+}
+
 struct ListFormat {
   std::int32_t format;
   std::string page;
   std::vector<std::string> stages[2];  // who starts when in either
+  std::string untold = {};             // whose start the first one lacks
 };
 
 const ListFormat formats[] = {
@@ -140,7 +168,8 @@ const ListFormat formats[] = {
      "  14 Vakant                                      10:06:00\n"
      "D10  (1\n"
      "  15 Ida Kurz             14 OK Syd               9:00:30\n</pre>\n",
-     {{"H21 J\u00F6rg Muster 10:02:00", "D10 Ida Kurz 9:00:30"}, {}}},
+     {{"H21 J\u00F6rg Muster 10:02:00", "D10 Ida Kurz 9:00:30"}, {}},
+     "Eva Berg"},
     {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT,
      "<i>MT2002 \u00A9 Autor 2002</i><PRE><FONT face=F>  Stnr Name                         Jg "
      "I-Karte Kategorie     Anz          E1         E2 \n\n"
@@ -152,7 +181,8 @@ const ListFormat formats[] = {
      "\n"
      "     8 Ida Kurz                              1 D10                                      \n"
      "</FONT></PRE>\n",
-     {{"H21 Eva Berg 10:03:00"}, {"H21 J\u00F6rg Muster 11:31:00", "H21 Eva Berg 11:30:00"}}},
+     {{"H21 Eva Berg 10:03:00"}, {"H21 J\u00F6rg Muster 11:31:00", "H21 Eva Berg 11:30:00"}},
+     "Ida Kurz"},
     {LRK_IMPORT_STARTLIST_OLA_HTML,
      "<html><b>Startlista</b>\n<hr>\n<table><tr><td><b>H21</b></td><td>2 st</td></tr>\n"
      "<tr><td>Nr</td><td>Namn</td><td>Klubb</td><td>Bricka</td><td>Starttid</td></tr>\n"
@@ -161,17 +191,19 @@ const ListFormat formats[] = {
      "</table>\n<hr>\n<b>D10</b>\n<table><tr><td>Ida Kurz<td>OK Syd<td>9:00:30</tr></table>\n"
      "<p>Skapad med OLA version 5.0</p></html>",
      {{"H21 J\u00F6rg Muster 10:02:00", "D10 Ida Kurz 9:00:30"},
-      {"H21 J\u00F6rg Muster 10:02:00", "D10 Ida Kurz 9:00:30"}}},
+      {"H21 J\u00F6rg Muster 10:02:00", "D10 Ida Kurz 9:00:30"}},
+     "Eva Berg"},
     {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML,
      "<H2>L\u00C4HT\u00D6LUETTELO</H2>\n<H3>H21 (2)</H3>\n<PRE>\n"
      "  Nro Nimi                 Seura                L\u00E4ht\u00F6\n"
      "   12 J\u00F6rg Muster          OLG 77       10.02.00    11.31.00\n"
      "   13 ____________         OK Syd         10.03.00\n"
      "   14 vacant               OK Syd         10.04.00\n"
-     "   15 Eva Berg  OK Syd 10.05 0.00\n</PRE>\n"
+     "   15 Eva Berg  OK Syd 10.05 0.00\n   16 Uno  OK Syd  -\n</PRE>\n"
      "<H3>D10 (1)</H3><PRE>\n9.00.30 3. Ida Kurz 712345\n</PRE>\n",
      {{"H21 J\u00F6rg Muster 10:02:00", "H21 Eva Berg 10:05:00", "D10 Ida Kurz 9:00:30"},
-      {"H21 J\u00F6rg Muster 11:31:00"}}},
+      {"H21 J\u00F6rg Muster 11:31:00"}},
+     "Uno"},
 };
 
 class StartlistFormatsTest : public StartlistTest {
@@ -195,6 +227,8 @@ TEST_F(StartlistFormatsTest, EveryFormatIsReadAlsoWhenTreated) {
         EXPECT_EQ(importList(page, stage == 0 ? "" : "1"), 0);
         EXPECT_EQ(importer.determineStartlistFileFormat(folder / "list.html"), format.format);
         EXPECT_EQ(starts(), format.stages[stage]);
+        const std::string missing = "no name or start time in \"" + format.untold + "\"";
+        EXPECT_EQ(std::count(told.begin(), told.end(), missing), 1);
         // What was set is in the event file.
         std::string name = event.filename();
         EXPECT_EQ(event.openEvent(name), 0);

@@ -1,5 +1,7 @@
 #include "larkstone/import/reader_run.hpp"
 
+#include <algorithm>
+
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/relay_results.hpp"
@@ -31,9 +33,15 @@ void ReaderRun::beginCategory(LRKCategory category) {
   if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
 }
 
+void ReaderRun::countCategory() {
+  ++noOfAdded_;
+  if (category_.name().empty()) ++noOfNameless_;
+}
+
 void ReaderRun::endCategory() {
   if (!open_ || stopped()) return;
   open_ = false;
+  countCategory();
   if (courseLength_ == CourseLengthFrom::runners) setCourseLengthFromRunners(category_);
   const std::int32_t error = job_.event.addCategory(category_);
   if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
@@ -47,6 +55,7 @@ void ReaderRun::add(LRKRunner runner) {
 void ReaderRun::endRelay() {
   if (!open_ || stopped()) return;
   open_ = false;
+  countCategory();
   const RelayRules rules{job_.session.wholeLegsText, job_.session.commonControlsText, false,
                          job_.parallelMode};
   std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules);
@@ -58,7 +67,7 @@ void ReaderRun::endRelay() {
 }
 
 bool ReaderRun::progress(int done, int total) {
-  job_.session.progress(static_cast<float>(done) / static_cast<float>(total));
+  job_.session.progress(static_cast<float>(std::min(done, total)) / static_cast<float>(total));
   return !stopped();
 }
 

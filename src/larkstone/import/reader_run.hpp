@@ -55,7 +55,12 @@ class ReaderRun {
     return !stopped();
   }
 
-  /// Reports the part done; false when the reader has to stop.
+  /// How many categories and relays were added, and how many of them had no name.
+  int noOfAdded() const { return noOfAdded_; }
+  int noOfNameless() const { return noOfNameless_; }
+
+  /// Reports the part done, at most all of it (the end of a page counts as its last line); false
+  /// when the reader has to stop.
   bool progress(int done, int total);
 
   bool stopped();
@@ -67,11 +72,14 @@ class ReaderRun {
 
  private:
   void add(LRKRunner runner);
+  void countCategory();
 
   ReadJob& job_;
   CourseLengthFrom courseLength_;
   LRKCategory category_;
   bool open_ = false;
+  int noOfAdded_ = 0;
+  int noOfNameless_ = 0;
   std::int32_t code_ = 0;
 };
 

@@ -1,12 +1,12 @@
 #include "larkstone/import/startlist.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 #include "larkstone/core/text.hpp"
 #include "larkstone/core/time.hpp"
 #include "larkstone/event/event.hpp"
+#include "larkstone/import/name_index.hpp"
 #include "larkstone/import/reader_run.hpp"
 
 namespace larkstone {
@@ -16,24 +16,22 @@ namespace {
 // Names are compared as the event file keeps them, one byte a character.
 std::string keyOf(std::string_view utf8) { return lowered1252(windows1252FromUtf8(utf8)); }
 
-// Whether the shorter one begins the longer one.
-bool agree(std::string_view a, std::string_view b) {
-  return a.size() < b.size() ? b.starts_with(a) : a.starts_with(b);
-}
-
-// The category that a class belongs to, or -1.
-int categoryFor(const std::string& name, const std::vector<std::string>& categories) {
+// The category that a class belongs to, or -1; of several as near the first.
+int categoryFor(const std::string& name, const std::vector<std::string>& categories,
+                const NameIndex& index) {
   const std::string key = keyOf(name);
+  if (key.empty()) return -1;
   int best = -1;
-  std::size_t bestDifference = 0;
-  for (std::size_t i = 0; i < categories.size(); ++i) {
-    if (key.empty() || categories[i].empty() || !agree(categories[i], key)) continue;
+  std::size_t least = 0;
+  index.forEachAgreeing(key, [&](std::size_t i) {
     const std::size_t length = categories[i].size();
+    if (length == 0) return;
     const std::size_t difference = length < key.size() ? key.size() - length : length - key.size();
-    if (best >= 0 && difference >= bestDifference) continue;
-    best = static_cast<int>(i);
-    bestDifference = difference;
-  }
+    const auto category = static_cast<int>(i);
+    if (best >= 0 && std::pair(difference, category) > std::pair(least, best)) return;
+    best = category;
+    least = difference;
+  });
   return best;
 }
 
@@ -46,6 +44,12 @@ bool isClockText(std::string_view word) {
          word.find_first_of(".:") != std::string_view::npos;
 }
 
+bool beginsWithNumber(std::string_view text) {
+  text = trimmed(text);
+  const std::size_t end = text.find_first_not_of("0123456789");
+  return end != 0 && !text.empty() && (end == std::string_view::npos || text[end] == ' ');
+}
+
 void Startlist::beginClass(const std::string& name) {
   const auto [found, isNew] = classOfName_.try_emplace(keyOf(name), classes_.size());
   if (isNew) classes_.push_back({name, {}});
@@ -53,13 +57,13 @@ void Startlist::beginClass(const std::string& name) {
 }
 
 void Startlist::add(std::string name, std::string club, std::string_view start, int line) {
-  if (classes_.empty()) return;
   const Time time = isClockText(start) ? stringToClockTime(start, etacAuto) : LRK_NO_TIME;
   // A name of another script has become question marks, which would agree with any such name.
   const bool named = keyOf(name).find_first_not_of("? ") != std::string::npos;
-  if (isDisq(time) || !named) {
-    const std::string text = name + ' ' + utf8FromWindows1252(start);
-    LineNotes(job_.session, line)("no name or start time in", text);
+  const bool complete = named && !isDisq(time);
+  if (!complete || classes_.empty()) {
+    const std::string text = start.empty() ? name : name + ' ' + utf8FromWindows1252(start);
+    LineNotes(job_.session, line)(complete ? "no class for" : "no name or start time in", text);
     return;
   }
   hasEntries_ = true;
@@ -70,14 +74,16 @@ void Startlist::add(std::string name, std::string club, std::string_view start, 
 // once.
 std::vector<Startlist::Task> Startlist::tasks() {
   std::vector<std::string> categories;
+  categories.reserve(static_cast<std::size_t>(job_.event.noOfCategories()));
   for (int i = 0; i < job_.event.noOfCategories(); ++i) {
     categories.push_back(keyOf(job_.event.categoryName(i)));
   }
+  const NameIndex index(categories);
   std::vector<Task> tasks;
   std::unordered_map<int, std::size_t> taskOfCategory;
   for (Class& from : classes_) {
     if (from.entries.empty()) continue;
-    const int category = categoryFor(from.name, categories);
+    const int category = categoryFor(from.name, categories, index);
     if (category < 0) {
       LineNotes(job_.session, from.entries.front().line)("no category for the class", from.name);
       continue;
@@ -93,15 +99,14 @@ std::vector<Startlist::Task> Startlist::tasks() {
 std::int32_t Startlist::perform(const Task& task) const {
   const auto category = job_.event.category(task.category);
   if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-  struct Key {
-    std::string name;
-    std::string club;
-    Time start = LRK_NO_TIME;  // of the last entry for the runner
-  };
-  std::vector<Key> keys;
+  std::vector<std::string> names;
+  std::vector<std::string> clubs;
   for (int i = 0; i < category->noOfRunners(); ++i) {
-    keys.push_back({keyOf(category->runner(i).name()), keyOf(category->runner(i).club())});
+    names.push_back(keyOf(category->runner(i).name()));
+    clubs.push_back(keyOf(category->runner(i).club()));
   }
+  const NameIndex index(std::move(names));
+  std::vector<Time> starts(clubs.size(), LRK_NO_TIME);  // of the last entry for each runner
   int left = LRK_MAX_LIST;  // a category has no more runners, so no list means more
   for (const Entry& entry : task.entries) {
     const LineNotes notes(job_.session, entry.line);
@@ -109,17 +114,17 @@ std::int32_t Startlist::perform(const Task& task) const {
       notes("too many entries for the category", category->name());
       break;
     }
-    const Key wanted{keyOf(entry.name), keyOf(entry.club)};
+    const std::string club = keyOf(entry.club);
     bool found = false;
-    for (Key& key : keys) {
-      if (!agree(key.name, wanted.name) || !agree(key.club, wanted.club)) continue;
-      key.start = entry.start;
+    index.forEachAgreeing(keyOf(entry.name), [&](std::size_t i) {
+      if (!namesAgree(clubs[i], club)) return;
+      starts[i] = entry.start;
       found = true;
-    }
+    });
     if (!found) notes("no such runner in the category", entry.name);
   }
   for (int i = 0; i < category->noOfRunners(); ++i) {
-    const Time start = keys[static_cast<std::size_t>(i)].start;
+    const Time start = starts[static_cast<std::size_t>(i)];
     if (!isDisq(start)) category->runner(i).startTime(start);
   }
   return job_.event.category(task.category, category);

@@ -29,8 +29,8 @@ class Startlist {
 
   /// The class that is meant from here on; one of the same name is gone on with.
   void beginClass(const std::string& name);
-  /// An entry of the class, its start a time of day. One whose start cannot be read is dropped, so
-  /// is one outside of any class.
+  /// An entry of the class, its start a time of day. One whose start is missing or cannot be read
+  /// is dropped, so is one outside of any class; a note tells.
   void add(std::string name, std::string club, std::string_view start, int line);
   bool hasEntries() const { return hasEntries_; }
 
@@ -67,5 +67,8 @@ class Startlist {
 
 /// Whether a word is a time of day: digits in groups, "10:02:00" or "10.02".
 bool isClockText(std::string_view word);
+
+/// Whether a text begins with a start number, as entries do and headers do not.
+bool beginsWithNumber(std::string_view text);
 
 }  // namespace larkstone

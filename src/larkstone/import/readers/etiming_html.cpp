@@ -28,8 +28,7 @@
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/split_list.hpp"
 #include "larkstone/import/scan/fields.hpp"
-#include "larkstone/import/scan/html_text.hpp"
-#include "larkstone/import/scan/page_lines.hpp"
+#include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
 
 namespace larkstone {
@@ -39,12 +38,6 @@ namespace {
 constexpr auto nowhere = std::string_view::npos;
 constexpr std::size_t clubColumn = 44;  // counted from 0
 constexpr int firstUnknownCode = 31;
-
-std::string headingOf(std::string_view page, std::string_view tag) {
-  removeThroughNoCase(page, tag);
-  removeThrough(page, ">");
-  return lineText(textBeforeNoCase(page, "</h"));
-}
 
 bool isMissing(std::string_view time) { return time.find_first_not_of("-.") == nowhere; }
 
@@ -59,20 +52,23 @@ bool hasLetter(std::string_view text) {
   });
 }
 
-// Where the next runner begins: at a bold text with letters in it. Bold times are the fastest ones.
-std::size_t runnerBegin(std::string_view text, std::size_t from) {
+// Cuts preformatted text where runners begin: at a bold text with letters in it. Bold times are the
+// fastest ones. The first piece is what stands before.
+std::vector<std::string_view> runnersOf(std::string_view text) {
+  std::vector<std::string_view> pieces;
+  const char* begin = text.data();
+  HtmlPage page(text);
   for (;;) {
-    const std::string_view rest = text.substr(from);
-    const std::size_t at = from + textBeforeNoCase(rest, "<b").size();
-    if (at >= text.size()) return text.size();
-    const std::string_view tag = text.substr(at + 2);
-    if (tag.starts_with('>') || tag.starts_with(' ')) {
-      std::string_view bold = tag.substr(0, tag.find('<', 1));
-      removeThrough(bold, ">");
-      if (hasLetter(bold)) return at;
-    }
-    from = at + 2;
+    const std::string_view before = page.readThrough({"b"});
+    if (page.tag().empty()) break;
+    HtmlPage ahead = page;
+    if (!hasLetter(pageText(ahead.readThrough({"/b", "b"})))) continue;
+    const char* const end = before.data() + before.size();
+    pieces.emplace_back(begin, static_cast<std::size_t>(end - begin));
+    begin = end;
   }
+  pieces.emplace_back(begin, static_cast<std::size_t>(text.data() + text.size() - begin));
+  return pieces;
 }
 
 // "Bell, Ann" as "Ann Bell".
@@ -115,27 +111,24 @@ class PassingTimes {
 class ETimingReader {
  public:
   ETimingReader(ReadJob& job, std::string_view page, int lines)
-      : job_(job), run_(job), page_(page), counter_(page), lines_(lines) {}
+      : job_(job), run_(job), page_(page), lines_(lines) {}
 
   std::int32_t read() {
-    std::string_view rest = page_;
-    removeThroughNoCase(rest, "<h2");
-    while (!rest.empty() && !run_.stopped()) {
-      std::string_view part = popFieldNoCase(rest, "<h2");
-      removeThrough(part, ">");
-      readClass(part);
+    page_.readThrough({"h2"});
+    while (!page_.tag().empty() && !run_.stopped()) {
+      const int line = page_.line();
+      readClass(HtmlPage(page_.readThrough({"h2"}), line));
     }
     return run_.end("eTiming");
   }
 
  private:
-  void readClass(std::string_view part) {
+  void readClass(HtmlPage part) {
     LRKCategory category;
-    std::string_view heading = trimmed(popFieldNoCase(part, "</h2"));
+    std::string_view heading = trimmed(part.readThrough({"/h2"}));
     while (heading.starts_with('<')) removeThrough(heading, ">");
     const std::string_view html = textBefore(heading, "<");
-    std::string name = htmlToText(html);
-    std::replace(name.begin(), name.end(), '\xA0', ' ');
+    const std::string name = pageText(html);
     const auto gap = std::min(name.find("  "), name.size());
     const std::string length = lineText(name.substr(gap)) + lineText(heading.substr(html.size()));
     category.name(utf8FromWindows1252(trimmed(name.substr(0, gap))));
@@ -144,18 +137,27 @@ class ETimingReader {
     }
     run_.beginCategory(std::move(category));
     controls_.clear();
-    removeThroughNoCase(part, occursIn(part, "<pre") ? "<pre" : "</table");
-    readRunners(textBeforeNoCase(part, "</pre"));
+    HtmlPage list = part;
+    list.readThrough({"pre"});
+    if (list.tag().empty()) {
+      list = part;
+      list.readThrough({"/table"});
+    }
+    const int line = list.line();
+    readRunners(list.readThrough({"/pre"}), line);
   }
 
-  void readRunners(std::string_view text) {
-    std::size_t begin = runnerBegin(text, 0);
-    for (const PageLine& line : plainLines(text.substr(0, begin))) readControls(line.text);
-    while (begin < text.size()) {
-      const std::size_t end = runnerBegin(text, begin + 2);
-      readRunner(text.substr(begin, end - begin));
-      if (!run_.progress(counter_.lineOf(text.substr(end)), lines_)) return;
-      begin = end;
+  void readRunners(std::string_view text, int line) {
+    bool isRunner = false;  // the first piece is none
+    for (const std::string_view piece : runnersOf(text)) {
+      if (isRunner) {
+        readRunner(piece, line);
+      } else {
+        for (const PageLine& above : linesOf(piece, line)) readControls(above.text);
+      }
+      line += static_cast<int>(std::count(piece.begin(), piece.end(), '\n'));
+      if (isRunner && !run_.progress(line, lines_)) return;
+      isRunner = true;
     }
   }
 
@@ -169,10 +171,10 @@ class ETimingReader {
     return true;
   }
 
-  void readRunner(std::string_view text) {
+  void readRunner(std::string_view text, int line) {
     LRKRunner runner;
-    const LineNotes notes(job_.session, counter_.lineOf(text), &runner);
-    const std::vector<PageLine> lines = plainLines(text);
+    const LineNotes notes(job_.session, line, &runner);
+    const std::vector<PageLine> lines = linesOf(text, line);
     if (lines.empty()) return;
     const Time result = readPerson(lines.front().text, runner);
     runner.status(estaOK);
@@ -205,7 +207,7 @@ class ETimingReader {
   // The runner's place, name and club; the result.
   static Time readPerson(std::string_view line, LRKRunner& runner) {
     const std::string_view person = line.substr(0, clubColumn);
-    const std::string_view club = columnText(line, clubColumn, line.size());
+    const std::string_view club = columnText(line, clubColumn);
     if (!club.empty()) runner.club(utf8FromWindows1252(club));
     std::vector<Word> words = wordsOf(person);
     std::size_t begin = 0;
@@ -250,8 +252,7 @@ class ETimingReader {
 
   ReadJob& job_;
   ReaderRun run_;
-  std::string_view page_;
-  LineCounter counter_;
+  HtmlPage page_;
   int lines_;
   std::vector<ControlColumn> controls_;
 };
@@ -262,12 +263,12 @@ std::int32_t readETimingHtml(ReadJob& job) {
   TextLines file;
   const bool isRead = file.read(job.fileName, TextLines::Form::windows1252);
   const std::string_view page = file.text();
-  const bool hasHeading = occursIn(page, "<h1") || occursIn(page, "<h2");
-  if (!isRead || !hasHeading || !occursIn(page, "etiming")) {
+  const bool hasHeading = hasTag(page, "h1") || hasTag(page, "h2");
+  if (!isRead || !hasHeading || !containsNoCase(page, "etiming")) {
     return LRK_IMPORT_ETIMING_HTML_INVALID_FORMAT;
   }
-  job.event.name(headingOf(page, "<h1"));
-  if (occursIn(page, "<h3")) job.event.organiser(headingOf(page, "<h3"));
+  job.event.name(elementText(page, "h1"));
+  if (hasTag(page, "h3")) job.event.organiser(elementText(page, "h3"));
   return ETimingReader(job, page, file.count()).read();
 }
 

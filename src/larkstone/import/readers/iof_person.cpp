@@ -31,10 +31,10 @@ void readClubCountry(Country country, LRKRunner& runner) {
   if (!country.name.empty()) runner.clubCountry(std::move(country.name));
 }
 
-void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
+enmStatus readStatus(std::string_view text, const IofNotes& notes) {
   const enmStatus status = statusFromIof(text);
   if (status == estaOK && !equalNoCase(text, iofStatusText(estaOK))) notes("unknown status", text);
-  runner.status(status);
+  return status;
 }
 
 void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes) {
@@ -43,6 +43,20 @@ void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& no
     runner.cCardID(*number);
   } else {
     notes("unreadable card number", text);
+  }
+}
+
+Code readControlCode(std::string_view text, const IofNotes& notes) {
+  const Code code = controlCodeOf(text);
+  if (code == 0) notes("no number in control code", text);
+  return code;
+}
+
+void addSplit(const IofSplit& split, Time start, LRKRunner& runner, const IofNotes& notes) {
+  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
+  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
+    notes("too many punches");
   }
 }
 

@@ -15,8 +15,18 @@ void readBirthDate(std::string_view text, std::string_view format, LRKRunner& ru
                    const IofNotes& notes);
 void readNationality(XmlNode element, LRKRunner& runner);
 void readClubCountry(Country country, LRKRunner& runner);
-void readStatus(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+enmStatus readStatus(std::string_view text, const IofNotes& notes);
 /// An empty or unreadable number leaves the card unknown.
 void readCardNumber(std::string_view text, LRKRunner& runner, const IofNotes& notes);
+
+/// A visit of a control, its time counted from the start.
+struct IofSplit {
+  Code code = 0;
+  Time time = LRK_NO_TIME;
+  bool additional = false;  ///< no part of the course
+};
+Code readControlCode(std::string_view text, const IofNotes& notes);
+/// Adds the punch of a split.
+void addSplit(const IofSplit& split, Time start, LRKRunner& runner, const IofNotes& notes);
 
 }  // namespace larkstone

@@ -26,15 +26,10 @@ bool load(const std::string& path, XmlDocument& document) {
   return document.parse(std::move(text)) && document.root().is("ResultList");
 }
 
-// The categories of a relay without a name are called " whole legs" and so on; names in lists have
-// no blank at the front.
-bool mostNamesAreBlank(const LRKEvent& event) {
-  int blank = 0;
-  for (int i = 0; i < event.noOfCategories(); ++i) {
-    const std::string name = event.categoryName(i);
-    if (name.empty() || name.front() == ' ') ++blank;
-  }
-  return 2 * blank > event.noOfCategories();
+int noOfNameless(const LRKEvent& event) {
+  int count = 0;
+  for (int i = 0; i < event.noOfCategories(); ++i) count += event.categoryName(i).empty() ? 1 : 0;
+  return count;
 }
 
 }  // namespace
@@ -48,13 +43,17 @@ std::int32_t readIofXml(ReadJob& job) {
   const bool second = number.front() == '1' || number.front() == '2';
   const IofVersion& version = second ? iofVersion2 : iofVersion3;
 
+  const int before = job.event.noOfCategories();
+  const int namelessBefore = noOfNameless(job.event);
   const std::string importedFrom = version.importedFrom(list, number);
   job.event.importedFrom(importedFrom);
   version.readEvent(list, job.event);
   ReaderRun run(job, version.courseLength);
   readIofClasses(version, list, job, run);
   if (const std::int32_t code = run.end(importedFrom)) return code;
-  return mostNamesAreBlank(job.event) ? LRK_IMPORT_IOF_XML_BLANK_NAMES : 0;
+  // A relay counts as the one class it is in the list, whatever it was taken apart into.
+  const int nameless = namelessBefore + run.noOfNameless();
+  return 2 * nameless > before + run.noOfAdded() ? LRK_IMPORT_IOF_XML_BLANK_NAMES : 0;
 }
 
 }  // namespace larkstone

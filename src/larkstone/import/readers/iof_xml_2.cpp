@@ -195,7 +195,8 @@ void readResultField(XmlNode field, LRKRunner& runner, const IofNotes& notes) {
   if (field.is("CCard") || field.is("CCardId")) {
     readCard(field, runner, notes);
   } else if (field.is("CompetitorStatus")) {
-    ifAttribute(field, "value", [&](std::string_view text) { readStatus(text, runner, notes); });
+    ifAttribute(field, "value",
+                [&](std::string_view text) { runner.status(readStatus(text, notes)); });
   } else if (field.is("TeamSequence")) {
     const auto leg = integerOf(field.text()).value_or(0);
     if (leg > 0 && leg <= 255) runner.relayLeg(static_cast<std::int16_t>(leg));
@@ -234,22 +235,16 @@ Time timeOf(XmlNode element, const IofNotes& notes) {
   return time;
 }
 
-// A punch, its time counted from the start.
-struct Split {
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-};
-
 struct TimeFields {
   XmlNode start;
   XmlNode finish;
   XmlNode time;
-  std::vector<Split> splits;
+  std::vector<IofSplit> splits;
 };
 
-Split readSplit(XmlNode element, const IofNotes& notes) {
+IofSplit readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
-  Split split;
+  IofSplit split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
     if (field.is("Time")) {
       const std::string_view text = field.text(pieces);
@@ -257,9 +252,7 @@ Split readSplit(XmlNode element, const IofNotes& notes) {
       noteTime(notes, "unreadable split time", split.time, text);
     } else if (field.is("ControlCode") || field.is("Control")) {
       const XmlNode code = field.is("Control") ? field.child("ControlCode") : field;
-      const std::string_view text = code.text(pieces);
-      split.code = controlCodeOf(text);
-      if (split.code == 0) notes("no number in control code", text);
+      split.code = readControlCode(code.text(pieces), notes);
     }
   }
   return split;
@@ -294,12 +287,7 @@ void readTimes(const TimeFields& fields, LRKRunner& runner, const IofNotes& note
   if (!isDisq(time)) runner.finishTime(runner.startTime() + time);
 
   const Time start = runner.startTime();
-  for (const Split& split : fields.splits) {
-    const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
-    if (runner.punches().add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
-      notes("too many punches");
-    }
-  }
+  for (const IofSplit& split : fields.splits) addSplit(split, start, runner, notes);
   completePunches(runner);
   if (runner.startTime() > runner.finishTime()) {
     runner.finishTime(runner.finishTime() + 24 * 360000);
@@ -322,7 +310,7 @@ void readTeam(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofN
   standing.finish = clockOf(team.child("FinishTime"), notes);
   standing.time = timeOf(team.child("Time"), notes);
   ifAttribute(team.child("TeamStatus"), "value",
-              [&](std::string_view text) { readStatus(text, runner, notes); });
+              [&](std::string_view text) { runner.status(readStatus(text, notes)); });
 }
 
 }  // namespace

@@ -132,17 +132,10 @@ void readCard(XmlNode card, LRKRunner& runner, const IofNotes& notes) {
   }
 }
 
-// A punch, its time counted from the start.
-struct Split {
-  Code code = 0;
-  Time time = LRK_NO_TIME;
-  bool additional = false;
-};
-
 struct ResultFields {
   Time start = LRK_NO_TIME;
   Time time = LRK_NO_TIME;
-  std::vector<Split> splits;
+  std::vector<IofSplit> splits;
 };
 
 Time startOf(XmlNode element, const IofNotes& notes) {
@@ -159,14 +152,12 @@ Time timeOf(std::string_view text, std::string_view what, const IofNotes& notes)
   return seconds.value_or(LRK_NO_TIME);
 }
 
-Split readSplit(XmlNode element, const IofNotes& notes) {
+IofSplit readSplit(XmlNode element, const IofNotes& notes) {
   std::string pieces;
-  Split split;
+  IofSplit split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
     if (field.is("ControlCode")) {
-      const std::string_view text = field.text(pieces);
-      split.code = controlCodeOf(text);
-      if (split.code == 0) notes("no number in control code", text);
+      split.code = readControlCode(field.text(pieces), notes);
     } else if (field.is("Time")) {
       split.time = timeOf(field.text(pieces), "unreadable split time", notes);
     }
@@ -190,7 +181,7 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
       fields.time = timeOf(field.text(pieces), "unreadable time", notes);
     } else if (field.is("Status")) {
       const std::string_view text = field.text(pieces);
-      if (!text.empty()) readStatus(text, runner, notes);
+      if (!text.empty()) runner.status(readStatus(text, notes));
     } else if (field.is("Course")) {
       readRunnersCourse(field, runner);
     } else if (field.is("ControlCard")) {
@@ -199,14 +190,6 @@ ResultFields readFields(XmlNode result, LRKRunner& runner, const IofNotes& notes
   }
   if (fields.time < 0) fields.time = LRK_NO_TIME;
   return fields;
-}
-
-void addPunch(const Split& split, Time start, LRKRunner& runner, const IofNotes& notes) {
-  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
-  LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
-  if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
-    notes("too many punches");
-  }
 }
 
 void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& notes) {
@@ -218,7 +201,7 @@ void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
   const Time start = isDisq(fields.start) ? 0 : fields.start;
   runner.startTime(start);
   runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
-  for (const Split& split : fields.splits) addPunch(split, start, runner, notes);
+  for (const IofSplit& split : fields.splits) addSplit(split, start, runner, notes);
 }
 
 void readTeam(XmlNode team, LRKRunner& runner, IofStanding&, const IofNotes&) {
@@ -230,11 +213,8 @@ bool readStanding(XmlNode result, IofStanding& standing, const IofNotes& notes) 
   const XmlNode overall = result.child("OverallResult");
   if (!overall) return false;
   standing.time = timeOf(overall.textAt("Time"), "unreadable time", notes);
-  ifText(overall.child("Status"), [&](const std::string& text) {
-    LRKRunner team;
-    readStatus(text, team, notes);
-    standing.status = team.status();
-  });
+  ifText(overall.child("Status"),
+         [&](const std::string& text) { standing.status = readStatus(text, notes); });
   return true;
 }
 

@@ -26,7 +26,7 @@
 #include "larkstone/import/readers/split_list.hpp"
 #include "larkstone/import/scan/date_text.hpp"
 #include "larkstone/import/scan/fields.hpp"
-#include "larkstone/import/scan/page_lines.hpp"
+#include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
 
 namespace larkstone {
@@ -35,38 +35,20 @@ namespace {
 
 constexpr Code codeBeforeFirst = 30;
 
-// The content of the first such element, up to any end tag.
-std::string headingOf(std::string_view page, std::string_view tag) {
-  removeThroughNoCase(page, tag);
-  removeThrough(page, ">");
-  return lineText(textBefore(page, "</"));
-}
-
-std::vector<std::string_view> cellsOf(std::string_view row) {
-  std::vector<std::string_view> cells;
-  removeThroughNoCase(row, "<td");
-  while (!row.empty()) {
-    std::string_view cell = popFieldNoCase(row, "<td");
-    removeThrough(cell, ">");
-    cells.push_back(textBeforeNoCase(cell, "</td"));
-  }
-  return cells;
-}
-
 // The texts between line breaks.
 std::vector<std::string> linesOf(std::string_view cell) {
   std::vector<std::string> lines;
-  while (!cell.empty()) {
-    lines.push_back(lineText(popFieldNoCase(cell, "<br")));
-    if (!cell.empty()) removeThrough(cell, ">");
-  }
+  HtmlPage page(cell);
+  do {
+    lines.push_back(lineText(page.readThrough({"br"})));
+  } while (!page.tag().empty());
   return lines;
 }
 
 // Rows of runners are told by their alignment; other attributes may stand beside it.
 bool isRunnerRow(std::string_view row) {
   for (removeThroughNoCase(row, "<tr"); !row.empty(); removeThroughNoCase(row, "<tr")) {
-    if (occursIn(popField(row, ">"), "valign")) return true;
+    if (containsNoCase(popField(row, ">"), "valign")) return true;
   }
   return false;
 }
@@ -100,33 +82,32 @@ struct Grid {
 class OlaReader {
  public:
   OlaReader(ReadJob& job, std::string_view page, int lines)
-      : job_(job), run_(job), page_(page), counter_(page), lines_(lines) {}
+      : job_(job), run_(job), page_(page), lines_(lines) {}
 
   std::int32_t read(const std::string& importedFrom) {
-    std::string_view rest = page_;
-    removeThroughNoCase(rest, "<table");
-    while (!rest.empty() && !run_.stopped()) {
-      std::string_view table = popFieldNoCase(rest, "<table");
-      removeThrough(table, ">");
-      readTable(textBeforeNoCase(table, "</table"));
+    page_.readThrough({"table"});
+    while (page_.tag() == "table" && !run_.stopped()) {
+      const int line = page_.line();
+      readTable(HtmlPage(page_.readThrough({"/table", "table"}), line));
+      if (page_.tag() == "/table") page_.readThrough({"table"});
     }
     return run_.end(importedFrom);
   }
 
  private:
-  void readTable(std::string_view table) {
+  void readTable(HtmlPage table) {
     noOfControls_ = -1;
     bool hasHeading = false;
-    while (!table.empty()) {
-      const std::string_view row = popFieldNoCase(table, "</tr");
-      const int line = counter_.lineOf(row);
+    do {
+      const int line = table.line();
+      const std::string_view row = table.readThrough({"/tr"});
       if (isRunnerRow(row)) {
         readRunner(cellsOf(row), line);
-        if (!run_.progress(counter_.lineOf(table), lines_)) return;
+        if (!run_.progress(table.line(), lines_)) return;
       } else if (!hasHeading) {
         hasHeading = readHeading(cellsOf(row));
       }
-    }
+    } while (!table.tag().empty());
   }
 
   // A class is opened by its first runner: tables without any are for the looks of the page. A
@@ -157,10 +138,9 @@ class OlaReader {
       notes("row without a result");
       return;
     }
-    std::string_view person = cells[1];
-    runner.name(lineText(popFieldNoCase(person, "<br")));
-    removeThrough(person, ">");
-    const std::string club = lineText(textBeforeNoCase(person, "<br"));
+    HtmlPage person(cells[1]);
+    runner.name(lineText(person.readThrough({"br"})));
+    const std::string club = lineText(person.readThrough({"br"}));
     if (!club.empty()) runner.club(club);
     if (run_.category().courseLengthSet()) runner.courseLength(run_.category().courseLength());
     const Time result = readResult(lineText(cells[2]), runner);
@@ -199,8 +179,7 @@ class OlaReader {
 
   ReadJob& job_;
   ReaderRun run_;
-  std::string_view page_;
-  LineCounter counter_;
+  HtmlPage page_;
   int lines_;
   LRKCategory heading_;
   int noOfControls_ = -1;  // of the class in this table; -1 before its first runner
@@ -219,10 +198,11 @@ std::int32_t readOlaHtml(ReadJob& job) {
   const bool isRead = file.read(job.fileName, TextLines::Form::windows1252);
   const std::string_view page = file.text();
   const bool hasFooter = page.find("med OLA version") != std::string_view::npos;
-  if (!isRead || (!hasFooter && !occursIn(page, "<tr valign")))
+  if (!isRead || (!hasFooter && !containsNoCase(page, "<tr valign"))) {
     return LRK_IMPORT_OLA_HTML_INVALID_FORMAT;
-  job.event.name(std::string(textBefore(headingOf(page, "<h1"), ", ")));
-  if (const auto date = dateOf(headingOf(page, "<h2"))) job.event.startDate(*date);
+  }
+  job.event.name(std::string(textBefore(elementText(page, "h1"), ", ")));
+  if (const auto date = dateOf(elementText(page, "h2"))) job.event.startDate(*date);
   const std::string version = versionOf(page);
   return OlaReader(job, page, file.count())
       .read(version.empty() ? "OLA HTML" : "OLA " + version + " HTML");

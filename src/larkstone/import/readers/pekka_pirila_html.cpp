@@ -15,9 +15,9 @@
 // codes; they count from 31.
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
@@ -25,48 +25,35 @@
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/reader_run.hpp"
 #include "larkstone/import/readers.hpp"
+#include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
 namespace {
 
-constexpr std::string_view stateAtControls = "tilanne rasteilla";
-constexpr std::size_t nameStart = 6;
+constexpr std::string_view stateAtControls = "Tilanne rasteilla";
+constexpr std::size_t nameStart = 5;
 constexpr std::size_t nameWidth = 20;
-constexpr std::size_t timesStart = 27;
+constexpr std::size_t timesStart = 26;
 constexpr std::size_t timeWidth = 13;
 constexpr std::size_t resultWidth = 10;
 constexpr int firstControl = 31;
 
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
+constexpr StatusWord statusWords[] = {
+    {"hyl", estaMisPunch},      {"virh", estaMisPunch},    {"miss", estaMisPunch},
+    {"kesk", estaDidNotFinish}, {"dnf", estaDidNotFinish}, {"dq", estaDisqualified},
 };
-constexpr std::array<StatusWord, 6> statusWords = {{
-    {"hyl", estaMisPunch},
-    {"virh", estaMisPunch},
-    {"miss", estaMisPunch},
-    {"kesk", estaDidNotFinish},
-    {"dnf", estaDidNotFinish},
-    {"dq", estaDisqualified},
-}};
-
-enmStatus statusOf(std::string_view place) {
-  const std::string word = lowered1252(place);
-  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
-                                  [&](const StatusWord& known) { return known.word == word; });
-  return found == statusWords.end() ? estaUnknown : found->status;
-}
 
 // The class that a heading is about; nothing for a heading of another kind. Pages of other programs
-// have more behind these words.
+// write these words in small letters.
 std::optional<std::string> classNameOf(std::string_view heading) {
-  const std::string text = headingText(heading);
-  if (!lowered1252(text).ends_with(stateAtControls)) return std::nullopt;
-  return std::string(
-      trimmed(std::string_view(text).substr(0, text.size() - stateAtControls.size())));
+  const std::string text = lineText(heading);
+  const std::string_view name = textBefore(text, stateAtControls);
+  if (name.size() == text.size()) return std::nullopt;
+  return std::string(trimmed(name));
 }
 
 // The number of the last control, which stands before the word for the result in the header of a
@@ -83,10 +70,10 @@ int lastControlOf(std::string_view header) {
 
 // The name, and where it fills its column the whole one from the end of the line.
 std::string nameOf(std::string_view line, std::size_t resultStart) {
-  const std::string_view name = columnOf(line, nameStart, nameWidth);
+  const std::string_view name = columnText(line, nameStart, nameStart + nameWidth);
   if (name.size() == nameWidth) {
     for (const std::size_t start : {resultStart, resultStart + resultWidth}) {
-      const std::string_view whole = columnOf(line, start);
+      const std::string_view whole = columnText(line, start);
       if (whole.starts_with(name)) return utf8FromWindows1252(whole);
     }
   }
@@ -100,11 +87,8 @@ class PekkaPirilaReader {
   std::int32_t read(std::string_view html);
 
  private:
-  // The end of the page counts as its last line.
-  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
-  void setEventName(std::string_view html) const;
   bool readClass(HtmlPage& page, std::string name);
-  bool readRunner(std::string_view line, int controls, const PageLines& lines);
+  bool readRunner(const PageLine& pageLine, int controls);
   void readTimes(std::string_view line, int controls, const LineNotes& notes,
                  LRKRunner& runner) const;
 
@@ -113,13 +97,6 @@ class PekkaPirilaReader {
   int lineCount_;
 };
 
-void PekkaPirilaReader::setEventName(std::string_view html) const {
-  HtmlPage page(html);
-  page.readThrough({"title"});
-  std::string name = headingText(page.readThrough({"/title"}));
-  if (!name.empty()) job_.event.name(std::move(name));
-}
-
 std::int32_t PekkaPirilaReader::read(std::string_view html) {
   bool known = false;
   HtmlPage page(html);
@@ -127,7 +104,9 @@ std::int32_t PekkaPirilaReader::read(std::string_view html) {
   while (!page.tag().empty()) {
     auto name = classNameOf(page.readThrough({"/h3", "h3", "pre"}));
     if (name) {
-      if (!std::exchange(known, true)) setEventName(html);
+      std::string eventName = known ? "" : elementText(html, "title");
+      if (!eventName.empty()) job_.event.name(std::move(eventName));
+      known = true;
       if (!readClass(page, std::move(*name))) return run_.code();
     }
     if (page.tag() != "h3") page.readThrough({"h3"});
@@ -144,37 +123,41 @@ bool PekkaPirilaReader::readClass(HtmlPage& page, std::string name) {
   if (page.tag() == "/h3") page.readThrough({"pre", "h3"});
   if (page.tag() == "pre") {
     const int firstLine = page.line();
-    PageLines lines(page.readThrough({"/pre", "h3"}), firstLine);
-    std::string_view line;
-    lines.nextWithText(line);
-    const int controls = lastControlOf(line);
-    if (controls == 0) LineNotes(job_.session, lines.number())("no controls in", trimmed(line));
-    while (controls > 0 && lines.nextWithText(line)) {
-      if (!readRunner(line, controls, lines)) return false;
-      if (!progress(lines.number())) return false;
+    const std::vector<PageLine> lines = linesOf(page.readThrough({"/pre", "h3"}), firstLine);
+    const PageLine header = lines.empty() ? PageLine{firstLine, {}} : lines[0];
+    const int controls = lastControlOf(header.text);
+    if (controls == 0) {
+      LineNotes(job_.session, header.number)("no controls in",
+                                             utf8FromWindows1252(trimmed(header.text)));
+    }
+    for (std::size_t i = 1; controls > 0 && i < lines.size(); ++i) {
+      if (!readRunner(lines[i], controls) || !run_.progress(lines[i].number, lineCount_))
+        return false;
     }
   }
-  return progress(page.line());
+  return run_.progress(page.line(), lineCount_);
 }
 
-bool PekkaPirilaReader::readRunner(std::string_view line, int controls, const PageLines& lines) {
+bool PekkaPirilaReader::readRunner(const PageLine& pageLine, int controls) {
+  std::string_view line = pageLine.text;
   while (line.ends_with(' ')) line.remove_suffix(1);
   // A line without times has its result where they would begin.
-  if (line.size() < timesStart + timeWidth - 1) controls = 0;
+  if (line.size() < timesStart + timeWidth) controls = 0;
   LRKRunner runner;
-  const LineNotes notes(job_.session, lines.number(), &runner);
+  const LineNotes notes(job_.session, pageLine.number, &runner);
   const std::size_t resultStart = timesStart + timeWidth * static_cast<std::size_t>(controls);
   runner.name(nameOf(line, resultStart));
   if (runner.name().empty()) {
-    notes("no name in", trimmed(line));
+    notes("no name in", utf8FromWindows1252(trimmed(line)));
     return true;
   }
-  const auto place = wholeNumber(columnOf(line, 1, 3));
+  const auto place = wholeNumber(columnText(line, 0, 3));
   if (place) runner.resultPlace(static_cast<std::int16_t>(*place));
-  runner.status(place ? estaOK : statusOf(columnOf(line, 1, 4)));
+  const std::string word = lowered1252(columnText(line, 0, 4));
+  runner.status(place ? estaOK : statusOf(word, statusWords).value_or(estaUnknown));
   runner.startTime(0);
   readTimes(line, controls, notes, runner);
-  const std::string_view result = columnOf(line, resultStart, resultWidth);
+  const std::string_view result = columnText(line, resultStart, resultStart + resultWidth);
   if (isTimeText(result)) {
     runner.finishTime(sexagesimalTextToTime(result));
   } else if (place) {
@@ -187,8 +170,8 @@ bool PekkaPirilaReader::readRunner(std::string_view line, int controls, const Pa
 void PekkaPirilaReader::readTimes(std::string_view line, int controls, const LineNotes& notes,
                                   LRKRunner& runner) const {
   std::size_t start = timesStart;
-  for (int i = 0; i < controls && start <= line.size(); ++i, start += timeWidth) {
-    const std::string_view text = columnOf(line, start, timeWidth);
+  for (int i = 0; i < controls && start < line.size(); ++i, start += timeWidth) {
+    const std::string_view text = columnText(line, start, start + timeWidth);
     const bool missing = text.ends_with('-');
     const bool known = !missing && isTimeText(text.substr(text.find('-') + 1));
     if (!known && !missing) notes("time of a control", utf8FromWindows1252(text));

@@ -17,6 +17,7 @@
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/relay_results.hpp"
 #include "larkstone/import/scan/text_encoding.hpp"
+#include "larkstone/import/status_words.hpp"
 #include "larkstone/import/xml_preparation.hpp"
 #include "larkstone/platform/file.hpp"
 #include "larkstone/platform/xml.hpp"
@@ -71,7 +72,7 @@ Time sumOf(Time start, Time time) {
   return isDisq(time) || isDisq(start + time) ? LRK_NO_TIME : start + time;
 }
 
-constexpr std::pair<std::string_view, enmStatus> statusWords[] = {
+constexpr StatusWord statusWords[] = {
     {"dq", estaDisqualified}, {"dnf", estaDidNotFinish},  {"dns", estaDidNotStart},
     {"mis", estaMisPunch},    {"hyl", estaDisqualified},  {"kesk", estaDidNotFinish},
     {"virh", estaMisPunch},   {"excl", estaDisqualified}, {"lap", estaDidNotFinish},
@@ -194,10 +195,18 @@ class ListReader {
     forEachChild(root, {"EventClass", "class"}, visit);
   }
 
+  // Organisers write "5200", "5,2", "5.2 km" or, of a length that is even, "5": no course is as
+  // short as 100 m.
+  static Length lengthOf(const std::string& text) {
+    const Length length = stringToLength(text);
+    const bool hasUnit = lowered(text).find('m') != std::string::npos;
+    return length < 10000 && !hasUnit ? stringToLength(text + " km") : length;
+  }
+
   void beginClass(XmlNode node) {
     LRKCategory category;
     category.name(textOf(node, {"ClassName"}));
-    const Length length = stringToLength(textOf(node, {"ClassDist"}));
+    const Length length = lengthOf(textOf(node, {"ClassDist"}));
     if (length > 0) category.courseLength(length);
     run_.beginCategory(std::move(category));
   }

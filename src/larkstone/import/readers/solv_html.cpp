@@ -15,8 +15,9 @@
 // behind. Minutes go on above 59; "--" stands for a time that is not known.
 
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
@@ -28,6 +29,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 #include "larkstone/platform/clock.hpp"
 
 namespace larkstone {
@@ -36,29 +38,17 @@ namespace {
 
 constexpr std::size_t lineWidth = 78;
 constexpr std::size_t resultWidth = 7;
-constexpr int groupsInALine = 5;
+constexpr std::size_t groupsInALine = 5;
 constexpr std::size_t groupWidth = 15;
 
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
+constexpr StatusWord statusWords[] = {
+    {"po.f.", estaMisPunch},       {"po.fal.", estaMisPunch},    {"p.fehl.", estaMisPunch},
+    {"aufgeg.", estaDidNotFinish}, {"n.gest.", estaDidNotStart}, {"n. gest.", estaDidNotStart},
+    {"disq.", estaDisqualified},   {"disqu.", estaDisqualified},
 };
-constexpr std::array<StatusWord, 8> statusWords = {{
-    {"po.f.", estaMisPunch},
-    {"po.fal.", estaMisPunch},
-    {"p.fehl.", estaMisPunch},
-    {"aufgeg.", estaDidNotFinish},
-    {"n.gest.", estaDidNotStart},
-    {"n. gest.", estaDidNotStart},
-    {"disq.", estaDisqualified},
-    {"disqu.", estaDisqualified},
-}};
 
-const StatusWord* statusOf(std::string_view result) {
-  const std::string word = lowered1252(result);
-  const auto found = std::find_if(statusWords.begin(), statusWords.end(),
-                                  [&](const StatusWord& known) { return known.word == word; });
-  return found == statusWords.end() ? nullptr : &*found;
+std::optional<enmStatus> statusOf(std::string_view result) {
+  return statusOf(lowered1252(result), statusWords);
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -67,27 +57,27 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 struct RunnerLine {
   std::string_view text;
   std::string_view result;
-  std::size_t clubStart;  // from 1
-  std::size_t clubWidth;
+  std::string_view club;
 };
 
 RunnerLine runnerLineOf(std::string_view text) {
   while (text.size() > lineWidth && text.back() == ' ') text.remove_suffix(1);
   const auto fromEnd = [&](std::size_t count) {
-    return columnOf(text, text.size() < count ? 1 : text.size() - count + 1);
+    return columnText(text, text.size() - std::min(text.size(), count));
   };
   std::string_view result = fromEnd(resultWidth);
   // One word is as wide as the result and the blank before it.
-  if (statusOf(fromEnd(resultWidth + 1)) != nullptr) result = fromEnd(resultWidth + 1);
+  if (statusOf(fromEnd(resultWidth + 1))) result = fromEnd(resultWidth + 1);
   std::size_t end = text.size();
   const bool isResult = (!result.empty() && isDigit(result.front()) && isTimeText(result)) ||
-                        statusOf(result) != nullptr;
+                        statusOf(result).has_value();
   if (end < lineWidth && !isResult) {  // it lost the blanks of an empty result
     end = lineWidth;
     result = {};
   }
-  const std::size_t clubStart = end < 27 ? 1 : end - 26;
-  return {text, result, clubStart, result.size() > resultWidth ? 19U : 20U};
+  const std::size_t clubStart = end - std::min<std::size_t>(end, 27);
+  const std::size_t clubWidth = result.size() > resultWidth ? 19 : 20;
+  return {text, result, columnText(text, clubStart, clubStart + clubWidth)};
 }
 
 class SolvReader {
@@ -97,12 +87,10 @@ class SolvReader {
   std::int32_t read(std::string_view html);
 
  private:
-  // The end of the page counts as its last line.
-  bool progress(int line) { return run_.progress(std::min(line, lineCount_), lineCount_); }
   bool readClass(std::string_view heading, std::string_view block, int line);
   bool readRunner(std::string_view entry, int line);
   void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
-  void readSplits(PageLines& lines, LRKRunner& runner) const;
+  void readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const;
 
   ReadJob& job_;
   ReaderRun run_;
@@ -116,7 +104,7 @@ std::string eventNameOf(std::string_view html) {
   HtmlPage page(html);
   page.readThrough({"h2"});
   if (!page.tag().empty()) {
-    return headingText(HtmlPage(page.readThrough({"/h2"})).readThrough({"a"}));
+    return lineText(HtmlPage(page.readThrough({"/h2"})).readThrough({"a"}));
   }
   page = HtmlPage(html);
   page.readThrough({"pre"});
@@ -156,7 +144,7 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
   std::string_view course = header;
   removeThrough(course, "(");
   LRKCategory category;
-  category.name(headingText(heading));
+  category.name(lineText(heading));
   if (const auto kilometres = wholeNumber(textBefore(course, " km"))) {
     category.courseLength(roundHalfEven(*kilometres * 100000));
   }
@@ -164,21 +152,20 @@ bool SolvReader::readClass(std::string_view heading, std::string_view block, int
   while (!entries.tag().empty()) {
     const int entryLine = entries.line();
     if (!readRunner(entries.readThrough({"b"}), entryLine)) return false;
-    if (!progress(entries.line())) return false;
+    if (!run_.progress(entries.line(), lineCount_)) return false;
   }
-  return progress(entries.line());
+  return run_.progress(entries.line(), lineCount_);
 }
 
 bool SolvReader::readRunner(std::string_view entry, int line) {
-  PageLines lines(entry, line);
-  std::string_view first;
-  lines.next(first);
+  const std::vector<PageLine> lines = allLinesOf(entry, line);
+  const std::string_view first = lines.empty() ? std::string_view() : lines[0].text;
   const RunnerLine runnerLine = runnerLineOf(first);
   LRKRunner runner;
   const LineNotes notes(job_.session, line, &runner);
   readPerson(runnerLine, notes, runner);
   if (runner.name().empty()) {
-    notes("no name in", trimmed(first));
+    notes("no name in", utf8FromWindows1252(trimmed(first)));
     return true;
   }
   runner.startTime(0);
@@ -192,13 +179,12 @@ bool SolvReader::readRunner(std::string_view entry, int line) {
 
 void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
                             LRKRunner& runner) const {
-  runner.name(utf8FromWindows1252(columnOf(line.text, 6, 23)));
-  const std::string_view club = columnOf(line.text, line.clubStart, line.clubWidth);
-  if (!club.empty()) runner.club(utf8FromWindows1252(club));
-  if (const auto place = wholeNumber(columnOf(line.text, 1, 3))) {
+  runner.name(utf8FromWindows1252(columnText(line.text, 5, 28)));
+  if (!line.club.empty()) runner.club(utf8FromWindows1252(line.club));
+  if (const auto place = wholeNumber(columnText(line.text, 0, 3))) {
     runner.resultPlace(static_cast<std::int16_t>(*place));
   }
-  const std::string_view year = columnOf(line.text, 29, 2);
+  const std::string_view year = columnText(line.text, 28, 30);
   if (year.size() == 2 && isDigit(year[0]) && isDigit(year[1])) {
     const int before2000 = 1900 + leadingInteger(year);
     const int born = thisYear_ - before2000 >= 100 ? before2000 + 100 : before2000;
@@ -208,39 +194,40 @@ void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
   if (line.result.empty()) return;
   if (isDigit(line.result.front())) {
     runner.status(estaOK);
-  } else if (const StatusWord* const known = statusOf(line.result)) {
-    runner.status(known->status);
+  } else if (const auto status = statusOf(line.result)) {
+    runner.status(*status);
   } else {
     notes("result", utf8FromWindows1252(line.result));
   }
 }
 
-void SolvReader::readSplits(PageLines& lines, LRKRunner& runner) const {
-  std::string_view times;
-  std::string_view codes;
-  std::string_view behind;
-  while (lines.next(times)) {
-    const LineNotes timeNotes(job_.session, lines.number(), &runner);
-    lines.next(codes);
-    const LineNotes codeNotes(job_.session, lines.number(), &runner);
-    for (int group = 0; group < groupsInALine; ++group) {
-      const std::size_t start = static_cast<std::size_t>(group) * groupWidth;
-      const std::string_view code = columnOf(codes, start + 3, 4);
+void SolvReader::readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const {
+  constexpr std::size_t linesOfAGroup = 3;
+  for (std::size_t i = 1; i + 1 < lines.size(); i += linesOfAGroup) {
+    const PageLine& times = lines[i];
+    const PageLine& codes = lines[i + 1];
+    for (std::size_t group = 0; group < groupsInALine; ++group) {
+      const std::size_t start = group * groupWidth;
+      const std::string_view code = columnText(codes.text, start + 2, start + 6);
       if (code.empty()) break;
-      const std::string_view text = columnOf(times, start + 7, 7);
+      const std::string_view text = columnText(times.text, start + 6, start + 13);
       const Time time = stringToTime(text, etacAuto);
       if (isDisq(time) && !text.empty() && text != "--") {
-        timeNotes("time of a control", utf8FromWindows1252(text));
+        LineNotes(job_.session, times.number, &runner)("time of a control",
+                                                       utf8FromWindows1252(text));
       }
       if (code == "Zi") {
         runner.finishTime(time);
         continue;
       }
       const auto number = wholeNumber(code);
-      if (!number) codeNotes("code of a control", utf8FromWindows1252(code));
-      runner.punches().add(time, static_cast<Code>(number.value_or(0)));
+      const bool isCode = number && *number >= 0;
+      if (!isCode) {
+        LineNotes(job_.session, codes.number, &runner)("code of a control",
+                                                       utf8FromWindows1252(code));
+      }
+      runner.punches().add(time, isCode ? static_cast<Code>(*number) : Code{0});
     }
-    lines.next(behind);
   }
 }
 

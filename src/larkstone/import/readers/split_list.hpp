@@ -23,7 +23,7 @@
 #include <vector>
 
 #include "larkstone/core/types.hpp"
-#include "larkstone/import/scan/page_lines.hpp"
+#include "larkstone/import/scan/html_page.hpp"
 
 namespace larkstone {
 

@@ -2,7 +2,6 @@
 // split_list.hpp.
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,17 +20,13 @@
 #include "larkstone/import/readers/split_times.hpp"
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
 namespace {
 
 constexpr auto nowhere = std::string_view::npos;
-
-struct StatusWord {
-  std::string_view word;
-  enmStatus status;
-};
 
 // The keys of the table of columns, then the words that only these lists have.
 constexpr StatusWord statusWords[] = {
@@ -41,19 +36,12 @@ constexpr StatusWord statusWords[] = {
     {"disk", estaDisqualified}, {"zeitüb", estaOverTime},   {"zeitü", estaOverTime},
 };
 
-std::optional<enmStatus> statusOf(std::string_view word) {
-  for (const StatusWord& row : statusWords) {
-    if (row.word == word) return row.status;
-  }
-  return std::nullopt;
-}
-
 class SplitList {
  public:
   // The header line of a page is its first; above that of a plain list stand the event and the
   // program.
   SplitList(ReadJob& job, const TextLines& file, bool isHtml)
-      : job_(job), run_(job), fileLines_(file.count()), lines_(pageLines(file.text())) {
+      : job_(job), run_(job), fileLines_(file.count()), lines_(preformattedLines(file.text())) {
     constexpr std::size_t mostLinesAbove = 10;
     std::size_t at = 0;
     while (at < mostLinesAbove && at < lines_.size() && !isKnownHeader(lineAt(at))) ++at;
@@ -150,8 +138,8 @@ class SplitList {
       return;
     }
     const std::string text = utf8FromWindows1252(result);
-    auto status = statusOf(lowered(text));
-    if (!status) status = statusOf(columnKey(text));
+    auto status = statusOf(lowered(text), statusWords);
+    if (!status) status = statusOf(columnKey(text), statusWords);
     if (status) {
       runner.status(*status);
     } else {
@@ -248,11 +236,11 @@ std::string eventNameOf(std::string_view page, bool isHtml) {
     const std::string_view first = trimmed(textBefore(trimmed(page), "\n"));
     return utf8FromWindows1252(trimmed(textBefore(first, "   ")));
   }
-  std::string_view rest = page;
-  removeThroughNoCase(rest, "<title>");
-  const std::string title = lineText(popFieldNoCase(rest, "</title>"));
-  removeThroughNoCase(rest, "<b>");
-  const std::string bold = lineText(popFieldNoCase(rest, "</b>"));
+  HtmlPage html(page);
+  html.readThrough({"title"});
+  const std::string title = lineText(html.readThrough({"/title"}));
+  html.readThrough({"b"});
+  const std::string bold = lineText(html.readThrough({"/b"}));
   const bool isPart = !bold.empty() && title.find(bold) != nowhere;
   return isPart ? bold : title.substr(0, title.rfind(" - "));
 }
@@ -265,8 +253,8 @@ std::int32_t readSportSoftwareSplits(ReadJob& job) {
     return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;
   }
   const std::string_view page = file.text();
-  const bool isHtml = hasPreformattedBlock(page);
-  const bool isTable = !isHtml && occursIn(page, "<table");
+  const bool isHtml = hasTag(page, "pre");
+  const bool isTable = !isHtml && hasTag(page, "table");
   const bool isNamed = detectSportSoftwareSplits({job.fileName, true}) != 0 && !isTable;
   SplitList list(job, file, isHtml);
   if (!isNamed && !list.hasKnownHeader()) return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;

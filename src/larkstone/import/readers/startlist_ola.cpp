@@ -6,7 +6,7 @@
 //     </table>
 //
 // The name is the first cell with a letter, the club the one behind it, and the start the last time
-// of day behind them; a row without one is a header.
+// of day behind them; a row with neither that nor a start number is a header.
 
 #include <algorithm>
 
@@ -26,25 +26,16 @@ bool hasLetter(std::string_view text) {
   return text.find_first_not_of("0123456789.:,-/ ") != std::string_view::npos;
 }
 
-std::vector<std::string> cellsOf(std::string_view row) {
-  std::vector<std::string> cells;
-  HtmlPage page(row);
-  page.readThrough({"td"});
-  while (page.tag() == "td") {
-    cells.push_back(headingText(page.readThrough({"/td", "td"})));
-    if (page.tag() == "/td") page.readThrough({"td"});
-  }
-  return cells;
-}
-
 void readRow(std::string_view row, int line, Startlist& list) {
-  const std::vector<std::string> cells = cellsOf(row);
+  std::vector<std::string> cells;
+  for (const std::string_view cell : cellsOf(row)) cells.push_back(lineText(cell));
   const auto name = std::find_if(cells.begin(), cells.end(), hasLetter);
   if (name == cells.end()) return;
   const auto last = std::find_if(cells.rbegin(), std::make_reverse_iterator(name), isClockText);
-  if (last == std::make_reverse_iterator(name)) return;
-  const auto start = last.base() - 1;
-  list.add(*name, name + 1 == start ? std::string() : *(name + 1), *start, line);
+  const bool hasStart = last != std::make_reverse_iterator(name);
+  if (!hasStart && !beginsWithNumber(cells.front())) return;
+  const auto start = hasStart ? last.base() - 1 : cells.end();
+  list.add(*name, name + 1 == start ? std::string() : *(name + 1), hasStart ? *start : "", line);
 }
 
 void readClasses(std::string_view html, Startlist& list) {
@@ -60,14 +51,14 @@ void readClasses(std::string_view html, Startlist& list) {
       HtmlPage bold(row);
       bold.readThrough({"b"});
       if (nameIsNext && !bold.tag().empty()) {
-        list.beginClass(headingText(bold.readThrough({"/b"})));
+        list.beginClass(lineText(bold.readThrough({"/b"})));
         nameIsNext = false;
       } else {
         readRow(row, line, list);
       }
       if (page.tag() != "/tr") continue;
     } else if (nameIsNext) {
-      list.beginClass(headingText(page.readThrough({"/b"})));
+      list.beginClass(lineText(page.readThrough({"/b"})));
       nameIsNext = false;
     }
     page.readThrough({"hr", "b", "tr"});

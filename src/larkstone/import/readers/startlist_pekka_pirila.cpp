@@ -56,12 +56,13 @@ bool isVacant(std::string_view line) {
          line.find("__") != std::string_view::npos;
 }
 
-void readBlock(PageLines lines, std::size_t stage, Startlist& list) {
-  for (std::string_view line; lines.nextWithText(line);) {
+void readBlock(const std::vector<PageLine>& lines, std::size_t stage, Startlist& list) {
+  for (const auto& [number, line] : lines) {
     const ListLine read = listLineOf(line);
-    if (isVacant(line) || read.texts.empty() || stage >= read.times.size()) continue;
+    const bool hasStart = stage < read.times.size();
+    if (isVacant(line) || read.texts.empty() || (!hasStart && !beginsWithNumber(line))) continue;
     const std::string club = read.texts.size() > 1 ? utf8FromWindows1252(read.texts[1]) : "";
-    list.add(utf8FromWindows1252(read.texts[0]), club, read.times[stage], lines.number());
+    list.add(utf8FromWindows1252(read.texts[0]), club, hasStart ? read.times[stage] : "", number);
   }
 }
 
@@ -69,12 +70,12 @@ void readClasses(std::string_view html, std::size_t stage, Startlist& list) {
   HtmlPage page(html);
   page.readThrough({"h3"});
   while (!page.tag().empty()) {
-    const std::string heading = headingText(page.readThrough({"/h3", "h3", "pre"}));
+    const std::string heading = lineText(page.readThrough({"/h3", "h3", "pre"}));
     list.beginClass(std::string(trimmed(textBefore(heading, "("))));
     if (page.tag() == "/h3") page.readThrough({"pre", "h3"});
     if (page.tag() == "pre") {
       const int line = page.line();
-      readBlock(PageLines(page.readThrough({"/pre", "h3"}), line), stage, list);
+      readBlock(linesOf(page.readThrough({"/pre", "h3"}), line), stage, list);
     }
     if (page.tag() == "/pre") page.readThrough({"h3"});
   }

@@ -85,32 +85,25 @@ void Columns::take(const std::string& word, const Span& span) {
 
 Columns columnsOf(std::string_view header) {
   Columns columns;
-  std::size_t start = header.find_first_not_of(' ');
-  while (start < header.size()) {
-    const std::size_t end = std::min(header.find(' ', start), header.size());
-    const std::size_t next = header.find_first_not_of(' ', end);
-    columns.take(utf8FromWindows1252(header.substr(start, end - start)), {start, end, next});
-    start = next;
+  const std::vector<Word> words = wordsOf(header);
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::size_t next = i + 1 < words.size() ? words[i + 1].begin() : std::string_view::npos;
+    columns.take(utf8FromWindows1252(words[i].text), {words[i].begin(), words[i].end, next});
   }
   return columns;
 }
 
 // The word that stands below a header word, at least in part.
-struct Word {
-  std::string_view text;
-  std::size_t start = std::string_view::npos;
-};
-
-Word wordBelow(std::string_view line, const Span& span) {
-  const std::size_t inside = line.substr(0, span.end).find_first_not_of(' ', span.start);
-  if (inside == std::string_view::npos) return {};
-  const std::size_t blank = line.substr(0, inside).rfind(' ');
-  const std::size_t start = blank == std::string_view::npos ? 0 : blank + 1;
-  return {line.substr(start, std::min(line.find(' ', inside), line.size()) - start), start};
+std::optional<Word> wordBelow(std::string_view line, const Span& span) {
+  for (const Word& word : wordsOf(line)) {
+    if (word.begin() >= span.end) break;
+    if (word.end > span.start) return word;
+  }
+  return std::nullopt;
 }
 
-bool isStart(const Word& word) {
-  return isClockText(word.text) && word.text.find(':') != std::string_view::npos;
+bool isStart(const std::optional<Word>& word) {
+  return word && isClockText(word->text) && word->text.find(':') != std::string_view::npos;
 }
 
 // "H21  (25) ...", also with the number cut off: "H21 long  (2".
@@ -138,14 +131,14 @@ class SportSoftwareStartlist {
   explicit SportSoftwareStartlist(ReadJob& job)
       : list_(job), stage_(static_cast<std::size_t>(std::max<int>(job.stageIndex, 0))) {}
 
-  void read(PageLines lines) {
-    for (std::string_view line; lines.nextWithText(line);) readLine(line, lines.number());
+  void read(std::string_view page) {
+    for (const auto& [number, line] : preformattedLines(page)) readLine(line, number);
   }
   Startlist& list() { return list_; }
 
  private:
   void readLine(std::string_view line, int number);
-  void readHeading(std::string_view line);
+  void readHeading(std::string_view line, int number);
   void addEntry(std::string_view line, const Word& start, int number);
 
   Startlist list_;
@@ -162,27 +155,37 @@ void SportSoftwareStartlist::readLine(std::string_view line, int number) {
     }
   }
   if (!columns_.areKnown()) return;
-  std::vector<Word> starts;
+  std::vector<std::optional<Word>> starts;
   for (const Span& span : columns_.starts) starts.push_back(wordBelow(line, span));
   if (std::none_of(starts.begin(), starts.end(), isStart)) {
-    readHeading(line);
+    readHeading(line, number);
   } else if (stage_ < starts.size() && isStart(starts[stage_])) {
-    addEntry(line, starts[stage_], number);
+    addEntry(line, *starts[stage_], number);
   }
 }
 
-void SportSoftwareStartlist::readHeading(std::string_view line) {
-  if (!columns_.className) {
-    if (const auto name = classHeadingOf(line)) list_.beginClass(utf8FromWindows1252(*name));
-  } else if (columnOf(line, columns_.className->start + 1).empty()) {
-    club_ = clubHeadingOf(line);
+// Without a class in the line, or a start number, it is no entry that lacks its start.
+void SportSoftwareStartlist::readHeading(std::string_view line, int number) {
+  if (columns_.className) {
+    if (columnText(line, columns_.className->start).empty()) {
+      club_ = clubHeadingOf(line);
+      return;
+    }
+  } else if (const auto name = classHeadingOf(line)) {
+    list_.beginClass(utf8FromWindows1252(*name));
+    return;
+  }
+  if (beginsWithNumber(line)) {
+    list_.add(utf8FromWindows1252(columnText(line, columns_.name->start, columns_.name->next)), {},
+              {}, number);
   }
 }
 
 void SportSoftwareStartlist::addEntry(std::string_view line, const Word& start, int number) {
   const auto below = [&](const Span& span) {
-    const std::size_t end = start.start > span.start ? std::min(span.next, start.start) : span.next;
-    return utf8FromWindows1252(columnOf(line, span.start + 1, end - span.start));
+    const std::size_t end =
+        start.begin() > span.start ? std::min(span.next, start.begin()) : span.next;
+    return utf8FromWindows1252(columnText(line, span.start, end));
   };
   if (columns_.className) list_.beginClass(below(*columns_.className));
   const std::string names = below(*columns_.name);
@@ -200,14 +203,7 @@ std::int32_t readSportSoftwareStartlist(ReadJob& job) {
   TextLines lines;
   if (!lines.read(job.fileName, TextLines::Form::windows1252)) return LRK_IMPORT_STARTLIST_UNKNOWN;
   SportSoftwareStartlist reader(job);
-  HtmlPage page(lines.text());
-  page.readThrough({"pre"});
-  if (page.tag().empty()) reader.read(PageLines(lines.text(), 1));
-  while (!page.tag().empty()) {
-    const int line = page.line();
-    reader.read(PageLines(page.readThrough({"/pre"}), line));
-    page.readThrough({"pre"});
-  }
+  reader.read(lines.text());
   if (!reader.list().hasEntries() && detectSportSoftwareCredit({job.fileName}) == 0) {
     return LRK_IMPORT_STARTLIST_UNKNOWN;
   }

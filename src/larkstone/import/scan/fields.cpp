@@ -104,6 +104,10 @@ int countOccurrencesNoCase(std::string_view text, std::string_view delimiter) {
   return counted<findNoCase>(text, delimiter);
 }
 
+bool containsNoCase(std::string_view text, std::string_view lowerCase) {
+  return findNoCase(text, lowerCase) != nowhere;
+}
+
 std::string_view nthFieldNoCase(std::string_view& text, std::string_view delimiter, int n) {
   for (int i = 1; i < n && !text.empty(); ++i) removeThroughNoCase(text, delimiter);
   return popFieldNoCase(text, delimiter);

@@ -26,6 +26,9 @@ int countOccurrencesNoCase(std::string_view text, std::string_view delimiter);
 /// Takes n fields off and returns the last of them; n counts from 1.
 std::string_view nthFieldNoCase(std::string_view& text, std::string_view delimiter, int n);
 
+/// Whether a text occurs in another one, in any case. It is passed in lower case.
+bool containsNoCase(std::string_view text, std::string_view lowerCase);
+
 /// What follows the last delimiter within the first endPos bytes; all of them without one.
 std::string_view lastFieldBefore(std::string_view text, std::string_view delimiter, int endPos);
 
