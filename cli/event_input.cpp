@@ -83,7 +83,12 @@ int importInto(LRKEvent& event, const std::string& file, const ImportOptions& im
                const CommonOptions& options) {
   const std::int32_t code = watchedImport(file, options, [&](LRKImport& importer) {
     importer.master(import.master);
-    const int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
+    int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
+    if (format == LRK_IMPORT_AUTO &&
+        LRKImport::determineLRKFileFormat(file) == LRK_IMPORT_LRK_LRK3) {
+      format = LRK_IMPORT_LRK_LRK3;
+    }
+    if (format == LRK_IMPORT_LRK_LRK3) return importer.importLRK3(event, file);
     return importer.import_parallel(format, event, file, import.zeroTime, import.parallelMode);
   });
   return exitCodeOf(code, file, options);

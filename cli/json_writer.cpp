@@ -13,7 +13,7 @@ namespace {
 // Quoted and escaped; bytes that are not UTF-8 become the replacement character.
 std::string quoted(std::string_view text) {
   using Json = nlohmann::json;
-  const std::string json = Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+  std::string json = Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
   if (json.find('<') == std::string::npos) return json;
   std::string safe;
   for (const char c : json) {

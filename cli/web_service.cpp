@@ -20,8 +20,8 @@ namespace {
 constexpr auto html = "text/html; charset=utf-8";
 constexpr auto jsonType = "application/json";
 
-Answer refusal(int status, std::string why) {
-  return {status, "text/plain; charset=utf-8", why + "\n"};
+Answer refusal(int status, std::string_view why) {
+  return {status, "text/plain; charset=utf-8", std::string(why) + "\n"};
 }
 
 bool onlyHas(const Parameters& parameters, std::initializer_list<std::string_view> known) {

@@ -344,6 +344,7 @@ TEST_F(ProgramTest, ExportsAreOfTheirFormat) {
     ASSERT_EQ(run(command + " -o " + target).exitCode, 0);
     EXPECT_EQ(run("detect " + target).out, target + ": LRK_IMPORT_" + format + "\n");
     EXPECT_EQ(run(command).out, bytesOf(target));
+    EXPECT_NE(run("info " + target).out.find("H21: 3 runners"), std::string::npos) << name;
     EXPECT_EQ(run(command + " > /dev/full").exitCode, 1);
   }
   EXPECT_EQ(run("export --to lrk3 -o " + (folder_ / "no/out") + " " + race_).exitCode, 1);
