@@ -11,7 +11,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   LRKImport importer;
   importer.onNote([](const ImportNote&) {});
   importer.import(LRK_IMPORT_AUTO, event, file);
-  importer.importStartlist(LRK_IMPORT_AUTO, event, file);
   fuzz::checkSaving(event);
+
+  if (LRKImport::determineStartlistFileFormat(file) == LRK_IMPORT_STARTLIST_UNKNOWN) return 0;
+  fuzz::Event known;
+  for (const char* name : {"H21", "D21"}) {
+    LRKCategory category;
+    category.name(name);
+    for (const char* who : {"Ann Berg", "Bo Ek"}) {
+      LRKRunner runner;
+      runner.name(who);
+      category.addRunner(runner);
+    }
+    known.addCategory(category);
+  }
+  importer.importStartlist(LRK_IMPORT_AUTO, known, file, data[0] % 2 == 0 ? "1" : "");
+  fuzz::checkSaving(known);
   return 0;
 }
