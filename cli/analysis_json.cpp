@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "larkstone/core/iof_texts.hpp"
 
@@ -201,17 +200,13 @@ void writeRunner(JsonWriter& json, const LRKCourse& course, const Stages& stages
 }
 
 void writeRefused(JsonWriter& json, const LRKCourse& course, const LRKCategory& category) {
-  std::unordered_set<int> accepted;
-  for (int i = 0; i < course.noOfRunners(); ++i) accepted.insert(course.runner(i).runnerIndex());
   json.key("refused");
   json.beginArray();
-  for (int i = 0; i < category.noOfRunners(); ++i) {
-    const LRKRunner& runner = category.runner(i);
-    if (accepted.count(runner.runnerIndex()) != 0) continue;
+  for (const LRKRunner* runner : refusedRunners(category, course)) {
     Fields fields(json);
     json.beginObject();
-    fields.number("runnerIndex", runner.runnerIndex());
-    fields.text("name", runner.name());
+    fields.number("runnerIndex", runner->runnerIndex());
+    fields.text("name", runner->name());
     json.endObject();
   }
   json.endArray();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <unordered_set>
 
 #include <CLI/CLI.hpp>
 
@@ -257,6 +258,17 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
 
 void sortRunners(LRKCourse& course, const SortOption& sort) {
   course.sortRunners(sort.key, sort.legNo, sort.ascending);
+}
+
+std::vector<const LRKRunner*> refusedRunners(const LRKCategory& category, const LRKCourse& course) {
+  std::unordered_set<int> accepted;
+  for (int i = 0; i < course.noOfRunners(); ++i) accepted.insert(course.runner(i).runnerIndex());
+  std::vector<const LRKRunner*> refused;
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    const LRKRunner& runner = category.runner(i);
+    if (!accepted.contains(runner.runnerIndex())) refused.push_back(&runner);
+  }
+  return refused;
 }
 
 bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,

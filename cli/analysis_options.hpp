@@ -64,6 +64,9 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
 
 void sortRunners(LRKCourse& course, const SortOption& sort);
 
+/// The runners of the category who did not fit its course, in their order.
+std::vector<const LRKRunner*> refusedRunners(const LRKCategory& category, const LRKCourse& course);
+
 /// Hands every category's course, calculated but not yet sorted, to use(). False when the user
 /// stopped it.
 bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,

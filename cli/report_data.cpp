@@ -1,10 +1,10 @@
 #include "cli/report_data.hpp"
 
 #include <unordered_map>
-#include <unordered_set>
 
 #include "larkstone/online/table.hpp"
 
+#include "cli/analysis_options.hpp"
 #include "cli/captions.hpp"
 #include "cli/json_writer.hpp"
 #include "cli/stages.hpp"
@@ -154,18 +154,6 @@ void putRunner(JsonWriter& json, const LRKRunner& runner, int legs, const Stages
   json.endObject();
 }
 
-void putRefused(JsonWriter& json, const LRKCategory& category, const LRKCourse& course) {
-  std::unordered_set<int> accepted;
-  for (int i = 0; i < course.noOfRunners(); ++i) accepted.insert(course.runner(i).runnerIndex());
-  json.key("refused");
-  json.beginArray();
-  for (int i = 0; i < category.noOfRunners(); ++i) {
-    const LRKRunner& runner = category.runner(i);
-    if (!accepted.contains(runner.runnerIndex())) json.text(runner.name());
-  }
-  json.endArray();
-}
-
 int fractionDigits(enmTimeAccuracy accuracy) {
   return accuracy == etacHundredthsSeconds ? 2 : accuracy == etacTenthsSeconds ? 1 : 0;
 }
@@ -225,7 +213,10 @@ std::string courseData(const LRKCategory& category, LRKCourse& course) {
       putRunner(json, course.runner(i), course.noOfLegs(), stages, ranks);
     }
     json.endArray();
-    putRefused(json, category, course);
+    json.key("refused");
+    json.beginArray();
+    for (const LRKRunner* runner : refusedRunners(category, course)) json.text(runner->name());
+    json.endArray();
     json.endObject();
   });
 }
