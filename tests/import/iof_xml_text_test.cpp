@@ -100,22 +100,5 @@ TEST_F(IofXmlTextTest, BrokenListsLeaveTheEventUntouched) {
   EXPECT_EQ(importer.importIOFXML(event, folder.path()), LRK_IMPORT_IOF_XML_INVALID_FORMAT);
 }
 
-TEST_F(IofXmlTextTest, EveryPrefixOfAListIsRefusedAndHarmless) {
-  const std::string two =
-      "<!DOCTYPE ResultList SYSTEM 'a'><ResultList><IOFVersion version='2.0.3'/><ClassResult>"
-      "<ClassShortName>Ä</ClassShortName><PersonResult><Person/><Result>" +
-      test::split("31", "1:00") + "</Result></PersonResult></ClassResult></ResultList>";
-  for (const std::string& list :
-       {two, listWith("<?xml version='1.0'?>"), test::utf16(wideList, false)}) {
-    const std::string file = folder.write("list.xml", list);
-    EXPECT_EQ(importer.importIOFXML(event, file), 0);
-    const bool wide = list[1] == '\0';  // half of its last character may be missing
-    for (std::size_t length = list.size() - (wide ? 2 : 1); length > 0; --length) {
-      std::filesystem::resize_file(file, length);
-      ASSERT_EQ(importer.importIOFXML(event, file), LRK_IMPORT_IOF_XML_INVALID_FORMAT) << length;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace larkstone

@@ -133,12 +133,6 @@ class PagesTest : public test::ImportTest {
     return text;
   }
 
-  int noOfRunners() {
-    int count = 0;
-    for (int i = 0; i < event.noOfCategories(); ++i) count += event.category(i)->noOfRunners();
-    return count;
-  }
-
   static std::string_view statusWord(enmStatus status) {
     switch (status) {
       case estaOK:
@@ -165,19 +159,6 @@ TEST_F(PagesTest, ATreatedPageReadsAsTheOriginal) {
       EXPECT_EQ(summary(), format.summary);
       EXPECT_EQ(importer.determineFileFormat(folder / "page.html"), format.format);
     }
-  }
-}
-
-TEST_F(PagesTest, ACutPageGivesWhatStandsBeforeTheCut) {
-  for (const PageFormat& format : formats) {
-    int most = 0;
-    for (std::size_t size = 0; size < format.page.size(); size += 11) {
-      const std::int32_t code = importPage(format, format.page.substr(0, size));
-      EXPECT_TRUE(code == 0 || (code == format.invalid && most == 0)) << size;
-      EXPECT_GE(noOfRunners(), most) << size;
-      most = noOfRunners();
-    }
-    EXPECT_GE(most, 5);
   }
 }
 
