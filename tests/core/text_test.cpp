@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "larkstone/core/growing_text.hpp"
+
 namespace larkstone {
 namespace {
 
@@ -56,6 +58,23 @@ TEST(TextTest, CharactersAreTakenWhole) {
 TEST(TextTest, TrimmingTakesBlanksOffBothEnds) {
   EXPECT_EQ(trimmed(" \t a b \r\n"), "a b");
   EXPECT_EQ(trimmed(" \n "), "");
+}
+
+TEST(TextTest, AGrowingTextHoldsPiecesOfEveryLength) {
+  const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+  GrowingText growing;
+  std::string text;
+  for (int round = 0; round < 150; ++round) {
+    for (std::size_t length = 0; length <= letters.size(); ++length) {
+      growing.add(std::string_view(letters).substr(letters.size() - length));
+      growing.add(-round);
+      text += letters.substr(letters.size() - length) + std::to_string(-round);
+    }
+  }
+  const std::string large(100000, 'x');
+  growing.add(large);
+  EXPECT_EQ(growing.take(), text + large);
+  EXPECT_EQ(growing.take(), "");
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 #include "larkstone/core/time.hpp"
 
 #include <algorithm>
-#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstring>
 
 #include "larkstone/core/text.hpp"
 
@@ -88,72 +89,12 @@ Time sumOfGroups(std::string_view text, enmTimeAccuracy accuracy) {
   return static_cast<Time>(sum.total());
 }
 
-// A short text put together from numbers and delimiters.
-class TimeText {
- public:
-  void add(std::string_view text) {
-    for (const char c : text) text_[length_++] = c;
-  }
-  void number(std::int64_t value, int width = 1) {
-    int digits = 1;
-    for (std::int64_t rest = value / 10; rest > 0; rest /= 10) ++digits;
-    digits = std::max(digits, width);
-    for (int i = digits - 1; i >= 0; --i, value /= 10) {
-      text_[length_ + static_cast<std::size_t>(i)] = static_cast<char>('0' + value % 10);
-    }
-    length_ += static_cast<std::size_t>(digits);
-  }
-  std::string text() const { return {text_.data(), length_}; }
-
- private:
-  std::array<char, 48> text_;  // a sign, four numbers of at most ten digits, three characters
-  std::size_t length_ = 0;
-};
-
-// A time cut into what the clock shows.
-struct ClockParts {
-  std::int64_t hours;
-  std::int64_t minutes;
-  std::int64_t seconds;
-  std::int64_t hundredths;
-};
-
-struct Delimiters {
-  std::string_view hours;
-  std::string_view minutes;
-  std::string_view seconds;
-};
-
-void addBase(TimeText& text, const ClockParts& parts, int baseStyle, enmTimeAccuracy accuracy,
-             const Delimiters& delimiters) {
-  const bool clock = baseStyle >= etstClockTime;
-  const std::int64_t hours = clock ? parts.hours % 24 : parts.hours;
-  const int hourDigits = baseStyle == etstClockTimeForceTwoHourDigits ? 2 : 1;
-  if (accuracy == etacHours) return text.number(hours, hourDigits);
-  if (clock || (baseStyle == etstHMS && hours != 0)) {
-    text.number(hours, hourDigits);
-    text.add(delimiters.hours);
-    text.number(parts.minutes, 2);
-  } else {
-    text.number(baseStyle == etstMS ? hours * 60 + parts.minutes : parts.minutes);
-  }
-  if (accuracy == etacMinutes) return;
-  text.add(delimiters.minutes);
-  text.number(parts.seconds, 2);
-}
-
-void addFraction(TimeText& text, std::int64_t hundredths, enmTimeAccuracy accuracy, bool truncated,
-                 std::string_view delimiter) {
-  if (accuracy > etacSeconds || accuracy < etacHundredthsSeconds) return;
-  if (accuracy == etacSeconds && (hundredths == 0 || truncated)) return;
-  const bool tenths =
-      accuracy == etacTenthsSeconds || (accuracy == etacSeconds && hundredths % 10 == 0);
-  text.add(delimiter);
-  if (tenths) {
-    text.number(hundredths / 10);
-  } else {
-    text.number(hundredths, 2);
-  }
+// In decimal, with at least one or two digits.
+char* writeNumber(std::uint32_t value, int digits, char* to) {
+  if (value >= 100) return std::to_chars(to, to + 10, value).ptr;
+  if (value >= 10 || digits == 2) *to++ = static_cast<char>('0' + value / 10);
+  *to++ = static_cast<char>('0' + value % 10);
+  return to;
 }
 
 }  // namespace
@@ -192,25 +133,62 @@ Time csvTime(std::string_view text) { return stringToTime(text, etacAuto, true);
 
 std::string timeToString(Time time, enmTimeStyle style, enmTimeAccuracy accuracy,
                          bool truncateIfTimeIsMoreAccurate, std::string_view delimiters) {
-  if (isDisq(time)) return "-";
-  TimeText text;
-  if (time < 0) {
-    text.add("-");
-  } else if ((style & etstRelative) != 0) {
-    text.add("+");
-  }
-  std::int64_t t = std::abs(std::int64_t{time});
-  const Time unit = unitOf(accuracy);
-  if (truncateIfTimeIsMoreAccurate && unit != 0) t = t / unit * unit;
+  std::array<char, TimeFormat::room> text;
+  const TimeFormat format(style, accuracy, truncateIfTimeIsMoreAccurate, delimiters);
+  return {text.data(), format.write(time, text.data())};
+}
 
-  Delimiters delimiter;
-  for (std::string_view* d : {&delimiter.hours, &delimiter.minutes, &delimiter.seconds}) {
-    *d = takeCharacter(delimiters);
+TimeFormat::TimeFormat(enmTimeStyle style, enmTimeAccuracy accuracy,
+                       bool truncateIfTimeIsMoreAccurate, std::string_view delimiters)
+    : baseStyle_(style & 3),
+      relative_((style & etstRelative) != 0),
+      accuracy_(accuracy),
+      truncated_(truncateIfTimeIsMoreAccurate) {
+  for (Delimiter& delimiter : delimiters_) {
+    const std::string_view character = takeCharacter(delimiters);
+    delimiter.size = character.copy(delimiter.bytes.data(), delimiter.bytes.size());
   }
-  const ClockParts parts{t / 360000, t / 6000 % 60, t / 100 % 60, t % 100};
-  addBase(text, parts, style & 3, accuracy, delimiter);
-  addFraction(text, parts.hundredths, accuracy, truncateIfTimeIsMoreAccurate, delimiter.seconds);
-  return text.text();
+}
+
+char* TimeFormat::write(Time time, char* to) const {
+  if (isDisq(time) || time < 0) {
+    *to++ = '-';
+    if (isDisq(time)) return to;
+  } else if (relative_) {
+    *to++ = '+';
+  }
+  const auto t = static_cast<std::uint32_t>(std::abs(std::int64_t{time}));
+  return writeFraction(t % 100, writeClock(t / 100, to));
+}
+
+char* TimeFormat::writeClock(std::uint32_t seconds, char* to) const {
+  const std::uint32_t minutes = seconds / 60;
+  const bool clock = baseStyle_ >= etstClockTime;
+  const std::uint32_t hours = clock ? minutes / 60 % 24 : minutes / 60;
+  const int hourDigits = baseStyle_ == etstClockTimeForceTwoHourDigits ? 2 : 1;
+  if (accuracy_ == etacHours) return writeNumber(hours, hourDigits, to);
+  if (clock || (baseStyle_ == etstHMS && hours != 0)) {
+    to = written(delimiters_[0], writeNumber(hours, hourDigits, to));
+    to = writeNumber(minutes % 60, 2, to);
+  } else {
+    to = writeNumber(baseStyle_ == etstMS ? minutes : minutes % 60, 1, to);
+  }
+  if (accuracy_ == etacMinutes) return to;
+  return writeNumber(seconds % 60, 2, written(delimiters_[1], to));
+}
+
+char* TimeFormat::writeFraction(std::uint32_t hundredths, char* to) const {
+  if (accuracy_ > etacSeconds || accuracy_ < etacHundredthsSeconds) return to;
+  if (accuracy_ == etacSeconds && (hundredths == 0 || truncated_)) return to;
+  const bool tenths =
+      accuracy_ == etacTenthsSeconds || (accuracy_ == etacSeconds && hundredths % 10 == 0);
+  to = written(delimiters_[2], to);
+  return tenths ? writeNumber(hundredths / 10, 1, to) : writeNumber(hundredths, 2, to);
+}
+
+char* TimeFormat::written(const Delimiter& delimiter, char* to) {
+  std::memcpy(to, delimiter.bytes.data(), delimiter.bytes.size());
+  return to + delimiter.size;
 }
 
 Time roundTime(Time time, enmTimeAccuracy accuracy) {

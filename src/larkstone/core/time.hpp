@@ -2,6 +2,9 @@
 
 // Times: rounding, truncation, reading from text and writing as text.
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -32,6 +35,34 @@ std::string timeToString(Time time, enmTimeStyle style = etstHMS,
                          enmTimeAccuracy accuracy = etacSeconds,
                          bool truncateIfTimeIsMoreAccurate = true,
                          std::string_view delimiters = ":.,");
+
+/// What timeToString() takes beside the time, made ready for many times.
+class TimeFormat {
+ public:
+  explicit TimeFormat(enmTimeStyle style = etstHMS, enmTimeAccuracy accuracy = etacSeconds,
+                      bool truncateIfTimeIsMoreAccurate = true,
+                      std::string_view delimiters = ":.,");
+
+  /// The room that writing a time takes, more than its characters.
+  static constexpr std::size_t room = 48;
+  /// Writes the text of timeToString() to where there is `room`, and returns its end.
+  char* write(Time time, char* to) const;
+
+ private:
+  struct Delimiter {
+    std::array<char, 4> bytes{};  // of one character
+    std::size_t size = 0;
+  };
+  static char* written(const Delimiter& delimiter, char* to);
+  char* writeClock(std::uint32_t seconds, char* to) const;
+  char* writeFraction(std::uint32_t hundredths, char* to) const;
+
+  int baseStyle_;
+  bool relative_;
+  enmTimeAccuracy accuracy_;
+  bool truncated_;
+  std::array<Delimiter, 3> delimiters_;  // before the minutes, the seconds and the fraction
+};
 
 /// To the unit of the accuracy, halves upwards also below zero. Invalid times become LRK_NO_TIME,
 /// an accuracy without a unit (etacAuto) gives 0.

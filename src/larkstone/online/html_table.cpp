@@ -1,10 +1,12 @@
 #include "larkstone/online/html_table.hpp"
 
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <string_view>
 
+#include "larkstone/core/growing_text.hpp"
 #include "larkstone/core/text.hpp"
 #include "larkstone/online/style_registry.hpp"
 #include "larkstone/online/style_sheet.hpp"
@@ -64,13 +66,13 @@ class HtmlTableWriter {
   }
 
   HtmlTable write() {
-    html_ =
+    html_.add(
         "<TABLE border=\"0\" cellspacing=\"0\" cellpadding=\"0\" "
-        "style=\"border:2px solid #000000\">\r\n";
+        "style=\"border:2px solid #000000\">\r\n");
     writeHeader();
     for (int runner = 0; runner < content_.noOfRunners(); ++runner) writeRunner(runner);
-    html_ += "</TABLE>\r\n";
-    return {std::move(html_), styleSheet(table_, registry_),
+    html_.add("</TABLE>\r\n");
+    return {html_.take(), styleSheet(table_, registry_),
             highlightScript(registry_.highlightList())};
   }
 
@@ -102,52 +104,75 @@ class HtmlTableWriter {
   }
 
   // Looks repeat from runner to runner, so each is registered once and remembered.
-  const std::string& className(const Look& look) { return lookOf(look).className; }
-  /// Of a cell in one row and one column.
-  const std::string& startTag(const Look& look) { return lookOf(look).startTag; }
-
   struct KnownLook {
     std::string className;
-    std::string startTag;
+    std::string startTag;  // of a cell in one row and one column
   };
 
-  const KnownLook& lookOf(const Look& look) {
-    const auto at = ((static_cast<std::size_t>(look.family) * LRK_CELL_KINDS +
-                      static_cast<std::size_t>(look.kind)) *
-                         edges +
-                     static_cast<std::size_t>(look.top)) *
-                        edges +
-                    static_cast<std::size_t>(look.left);
-    KnownLook& known = looks_[at];
-    if (known.className.empty()) {
-      known.className = registry_.registerCellFormat(formatAt(look.family, look.kind),
-                                                     {colorOf(look.top), colorOf(look.left)});
-      known.startTag = "<TD class=\"" + known.className + "\">";
-    }
-    return known;
+  const KnownLook& known(const Look& look) {
+    const auto at =
+        ((static_cast<std::size_t>(look.family) * edges + static_cast<std::size_t>(look.top)) *
+             edges +
+         static_cast<std::size_t>(look.left)) *
+            LRK_CELL_KINDS +
+        static_cast<std::size_t>(look.kind);
+    if (looks_[at].className.empty()) looks_[at] = registered(look);
+    return looks_[at];
+  }
+
+  [[gnu::noinline]] KnownLook registered(const Look& look) {
+    const std::string name = registry_.registerCellFormat(formatAt(look.family, look.kind),
+                                                          {colorOf(look.top), colorOf(look.left)});
+    return {name, "<TD class=\"" + name + "\">"};
   }
 
   void cell(const Look& look, std::string_view content, Span span) {
-    html_ += "<TD class=\"";
-    html_ += className(look);
-    html_ += '"';
-    if (span.rows != 1) html_ += " rowspan=\"" + std::to_string(span.rows) + '"';
-    if (span.columns != 1) html_ += " colspan=\"" + std::to_string(span.columns) + '"';
-    html_ += '>';
-    html_ += orBlank(content);
-    html_ += "</TD>";
+    html_.add("<TD class=\"");
+    html_.add(known(look).className);
+    html_.add('"');
+    if (span.rows != 1) html_.add(" rowspan=\"" + std::to_string(span.rows) + '"');
+    if (span.columns != 1) html_.add(" colspan=\"" + std::to_string(span.columns) + '"');
+    html_.add('>');
+    html_.add(orBlank(content));
+    html_.add("</TD>");
   }
 
   void cell(const Look& look, std::string_view content) {
-    html_ += startTag(look);
-    html_ += orBlank(content);
-    html_ += "</TD>";
+    html_.add(known(look).startTag);
+    html_.add(orBlank(content));
+    html_.add("</TD>");
   }
 
   void timeCell(const Look& look, const LegCell& leg) {
-    if (!table_.showTooltips() || leg.tooltip.empty()) return cell(look, leg.time);
-    cell(look, "<A title=\"" + quoted(leg.tooltip) + "\">" + leg.time + "</A>");
+    const std::string tooltip =
+        table_.showTooltips() && leg.isMarked() ? content_.tooltip(leg) : std::string();
+    if (tooltip.empty()) {
+      shortCell(look, [&](char* to) { return content_.writeTime(leg, to); });
+    } else {
+      std::array<char, shortContent> time;
+      const std::string_view text(time.data(), content_.writeTime(leg, time.data()));
+      cell(look, "<A title=\"" + quoted(tooltip) + "\">" + std::string(text) + "</A>");
+    }
   }
+
+  void placeCell(const Look& look, const LegCell& leg) {
+    shortCell(look, [&](char* to) {
+      return leg.place == 0 ? to : std::to_chars(to, to + shortContent, leg.place).ptr;
+    });
+  }
+
+  // With what writeContent(to) writes: most cells of a table.
+  template <class WriteContent>
+  void shortCell(const Look& look, WriteContent writeContent) {
+    constexpr std::string_view endTag = "</TD>";
+    const std::string_view start = known(look).startTag;
+    html_.addWritten(start.size() + shortContent + endTag.size(), [&](char* to) {
+      char* const content = GrowingText::copied(start, to);
+      char* const end = writeContent(content);
+      return GrowingText::copied(endTag, end == content ? GrowingText::copied(blank, end) : end);
+    });
+  }
+  static constexpr std::size_t shortContent = TimeFormat::room;
 
   // A column heading that sorts the table; legNo -1 for a column that belongs to no leg.
   std::string sortLink(std::string_view captionKey, const std::string& tooltip, enmSort sortBy,
@@ -191,7 +216,7 @@ class HtmlTableWriter {
     const std::string club = sortLink("club", table_.caption("sortByClub"), esorClub);
     const std::string& byFinish = table_.caption("sortByFinishTime");
 
-    html_ += "<TR>";
+    html_.add("<TR>");
     cell({CellFamily::fixedTopCenterAligned}, table_.caption("place"), twoRows);
     cell(left, name);
     if (table_.showStartTimes()) {
@@ -203,26 +228,26 @@ class HtmlTableWriter {
     cell(center, sortLink("finishTimeDifference", byFinish, esorCustom), twoRows);
     for (int i = 0; i < content_.noOfLegs(); ++i) cell(leg, legSortLinks(i), {1, legSpan_});
     cell(repeated, name);
-    html_ += "</TR>\r\n<TR>";
+    html_.add("</TR>\r\n<TR>");
     cell(left, club);
     for (int i = 0; i < content_.noOfLegs(); ++i) {
       cell(leg, content_.legDescription(i), {1, legSpan_});
     }
     cell(repeated, club);
-    html_ += "</TR>\r\n";
+    html_.add("</TR>\r\n");
   }
 
   void beginRow(int number, int row) {
     const std::string k = std::to_string(number);
-    html_ += "<TR id=\"" + k + '_' + std::to_string(row) + "\" onMouseOver=\"highlight(" + k +
-             ",true)\" onMouseOut=\"highlight(" + k + ",false)\">";
+    html_.add("<TR id=\"" + k + '_' + std::to_string(row) + "\" onMouseOver=\"highlight(" + k +
+              ",true)\" onMouseOut=\"highlight(" + k + ",false)\">");
   }
 
   void legCells(int runner, enmLegStyle style, CellFamily time, CellFamily place, Edge top) {
     for (int i = 0; i < content_.noOfLegs(); ++i) {
       const LegCell leg = content_.legCell(runner, i, style);
       timeCell({time, leg.kind, top, Edge::unfixed}, leg);
-      if (table_.showPlaces()) cell({place, leg.kind, top}, leg.place);
+      if (table_.showPlaces()) placeCell({place, leg.kind, top}, leg);
     }
   }
 
@@ -242,7 +267,7 @@ class HtmlTableWriter {
     fixedCell(CellFamily::finishTimeDifference, content_.finishTimeDifference(runner));
     legCells(runner, elstLeg, CellFamily::legTime, CellFamily::legPlace, top);
     cell({CellFamily::name, CellKind::plain, top, Edge::unfixed}, name);
-    html_ += "</TR>\r\n";
+    html_.add("</TR>\r\n");
 
     beginRow(runner + 1, 1);
     cell({CellFamily::club, CellKind::plain, Edge::none, Edge::fixed}, club);
@@ -251,7 +276,7 @@ class HtmlTableWriter {
              passing ? CellFamily::passingEndTime : CellFamily::totalTime,
              passing ? CellFamily::passingEndPlace : CellFamily::totalPlace, Edge::none);
     cell({CellFamily::club, CellKind::plain, Edge::none, Edge::unfixed}, club);
-    html_ += "</TR>\r\n";
+    html_.add("</TR>\r\n");
   }
 
   const clsLarkstoneOnlineTable& table_;
@@ -260,7 +285,7 @@ class HtmlTableWriter {
   int legSpan_;
   std::array<std::array<CellFormat, LRK_CELL_KINDS>, LRK_CELL_FAMILIES> formats_;
   std::array<KnownLook, std::size_t{LRK_CELL_FAMILIES} * LRK_CELL_KINDS * edges * edges> looks_;
-  std::string html_;
+  GrowingText html_;
 };
 
 }  // namespace

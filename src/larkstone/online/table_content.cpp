@@ -1,16 +1,34 @@
 #include "larkstone/online/table_content.hpp"
 
-#include "larkstone/core/time.hpp"
+#include <array>
+
 #include "larkstone/online/table.hpp"
 
 namespace larkstone {
 
+namespace {
+
+std::string textOf(Time time, const TimeFormat& format) {
+  if (isDisq(time)) return {};
+  std::array<char, TimeFormat::room> text;
+  return {text.data(), format.write(time, text.data())};
+}
+
+Time difference(Time time, Time best) { return isDisq(best) ? LRK_NO_TIME : time - best; }
+
+}  // namespace
+
 TableContent::TableContent(const clsLarkstoneOnlineTable& table, const LRKCourse& course)
-    : table_(table),
-      course_(course),
-      accuracy_(course.getHighestTimeAccuracy()),
-      delimiters_(table.caption("timeDelimiters")) {
-  if (delimiters_.empty()) delimiters_ = ":.,";
+    : table_(table), course_(course) {
+  const enmTimeAccuracy accuracy = course.getHighestTimeAccuracy();
+  std::string_view delimiters = table.caption("timeDelimiters");
+  if (delimiters.empty()) delimiters = ":.,";
+  const auto format = [&](enmTimeStyle style) {
+    return TimeFormat(style, accuracy, true, delimiters);
+  };
+  time_ = format(table.timeStyle());
+  difference_ = format(table.timeStyle() | etstRelative);
+  clockTime_ = format(etstClockTime);
 }
 
 enmLegStyle TableContent::secondRowStyle() const {
@@ -34,18 +52,18 @@ std::string TableContent::place(int runner) const {
 
 std::string TableContent::startTime(int runner) const {
   const LRKRunner& r = course_.runner(runner);
-  return r.punches().startExists() ? text(r.startTime(), etstClockTime) : std::string();
+  return r.punches().startExists() ? textOf(r.startTime(), clockTime_) : std::string();
 }
 
 std::string TableContent::finishTime(int runner) const {
-  return timeText(validFinishTime(course_.runner(runner)));
+  return textOf(validFinishTime(course_.runner(runner)), time_);
 }
 
 std::string TableContent::finishTimeDifference(int runner) const {
   const LRKRunner& r = course_.runner(runner);
   const Time finish = validFinishTime(r);
   return isDisq(finish) ? statusCaption(r.status())
-                        : differenceText(finish, course_.bestFinishTime());
+                        : textOf(difference(finish, course_.bestFinishTime()), difference_);
 }
 
 Time TableContent::validFinishTime(const LRKRunner& runner) const {
@@ -74,41 +92,39 @@ LegCell TableContent::legCell(int runner, int legNo, enmLegStyle style) const {
   const Time time = course_.calculated() ? r.time(legNo, style) : LRK_NO_TIME;
   if (isDisq(time)) return cell;
 
-  cell.time = legTimeText(time, legNo, style);
-  const int place = r.place(legNo, style);
-  if (place > 0) cell.place = std::to_string(place);
+  cell.isDifference = showsDifferences(style);
+  cell.time = cell.isDifference ? difference(time, course_.bestTime(legNo, style)) : time;
+  cell.place = r.place(legNo, style);
 
   const bool showsLoss = style == elstLeg && !course_.timesWithoutTimeLoss();
   const Time loss = showsLoss ? r.timeLoss(legNo, elstLeg) : 0;
   if (r.timeIsEstimated(legNo, style)) {
     cell.kind = CellKind::estimated;
-    cell.tooltip = table_.caption("estimatedTime");
   } else if (loss >= 1) {
     cell.kind = CellKind::timeLoss;
-    cell.tooltip = table_.caption("timeLoss") + ": " + timeText(loss);
-  } else if (place == 1) {
+    cell.timeLoss = loss;
+  } else if (cell.place == 1) {
     cell.kind = CellKind::best;
-  } else if (place > 0 && place <= table_.topPlace()) {
+  } else if (cell.place > 0 && cell.place <= table_.topPlace()) {
     cell.kind = CellKind::top;
   }
   return cell;
 }
 
-std::string TableContent::legTimeText(Time time, int legNo, enmLegStyle style) const {
-  const bool relative = (style == elstLeg && table_.relativeLegTimes()) ||
-                        (style == elstTotal && table_.relativeTotalTimes());
-  return relative ? differenceText(time, course_.bestTime(legNo, style)) : timeText(time);
+bool TableContent::showsDifferences(enmLegStyle style) const {
+  return (style == elstLeg && table_.relativeLegTimes()) ||
+         (style == elstTotal && table_.relativeTotalTimes());
 }
 
-std::string TableContent::timeText(Time time) const { return text(time, table_.timeStyle()); }
-
-std::string TableContent::differenceText(Time time, Time best) const {
-  return isDisq(best) ? std::string() : text(time - best, table_.timeStyle() | etstRelative);
-}
-
-std::string TableContent::text(Time time, enmTimeStyle style) const {
-  if (isDisq(time)) return {};
-  return timeToString(time, style, accuracy_, true, delimiters_);
+std::string TableContent::tooltip(const LegCell& cell) const {
+  switch (cell.kind) {
+    case CellKind::estimated:
+      return table_.caption("estimatedTime");
+    case CellKind::timeLoss:
+      return table_.caption("timeLoss") + ": " + textOf(cell.timeLoss, time_);
+    default:
+      return {};
+  }
 }
 
 }  // namespace larkstone

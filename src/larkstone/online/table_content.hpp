@@ -6,6 +6,7 @@
 
 #include "larkstone/analysis/course.hpp"
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/time.hpp"
 #include "larkstone/online/cell_format.hpp"
 
 namespace larkstone {
@@ -14,10 +15,14 @@ class clsLarkstoneOnlineTable;
 
 /// A runner's time at a leg and what there is to say about it.
 struct LegCell {
-  std::string time;   ///< empty without a time
-  std::string place;  ///< empty without a time, or when places were not calculated
+  Time time = LRK_NO_TIME;  ///< as shown, maybe the difference to the best; LRK_NO_TIME for none
+  bool isDifference = false;
+  int place = 0;  ///< 0 without a time, or when places were not calculated
   CellKind kind = CellKind::plain;
-  std::string tooltip;
+  Time timeLoss = 0;  ///< set for CellKind::timeLoss
+
+  /// Whether there is more to say than the time.
+  bool isMarked() const { return kind == CellKind::timeLoss || kind == CellKind::estimated; }
 };
 
 /// Plain texts, not yet escaped for anything; empty where there is nothing to show. Table and
@@ -43,19 +48,24 @@ class TableContent {
   /// The caption of the status for a runner without a valid result.
   std::string finishTimeDifference(int runner) const;
   LegCell legCell(int runner, int legNo, enmLegStyle style) const;
+  /// Writes the time of a cell and returns its end; there is room for TimeFormat::room at `to`.
+  char* writeTime(const LegCell& cell, char* to) const {
+    if (isDisq(cell.time)) return to;
+    return (cell.isDifference ? difference_ : time_).write(cell.time, to);
+  }
+  /// Empty unless the cell is marked.
+  std::string tooltip(const LegCell& cell) const;
 
  private:
   Time validFinishTime(const LRKRunner& runner) const;
   std::string statusCaption(enmStatus status) const;
-  std::string legTimeText(Time time, int legNo, enmLegStyle style) const;
-  std::string timeText(Time time) const;
-  std::string differenceText(Time time, Time best) const;
-  std::string text(Time time, enmTimeStyle style) const;
+  bool showsDifferences(enmLegStyle style) const;
 
   const clsLarkstoneOnlineTable& table_;
   const LRKCourse& course_;
-  enmTimeAccuracy accuracy_;
-  std::string delimiters_;
+  TimeFormat time_;
+  TimeFormat difference_;
+  TimeFormat clockTime_;
 };
 
 }  // namespace larkstone

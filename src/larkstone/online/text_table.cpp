@@ -1,8 +1,9 @@
 #include "larkstone/online/text_table.hpp"
 
+#include <algorithm>
 #include <string_view>
-#include <utility>
 
+#include "larkstone/core/growing_text.hpp"
 #include "larkstone/online/table.hpp"
 #include "larkstone/online/table_content.hpp"
 
@@ -18,19 +19,27 @@ class TextTableWriter {
   std::string write() {
     writeHeader();
     for (int runner = 0; runner < content_.noOfRunners(); ++runner) writeRunner(runner);
-    return std::move(text_);
+    return text_.take();
   }
 
  private:
   // A tab or a line end of a name would begin a cell or a line of its own.
-  void cell(std::string_view content) {
-    if (!atLineStart_) text_ += '\t';
+  static char shown(char c) { return static_cast<unsigned char>(c) < 0x20 ? ' ' : c; }
+
+  void beginCell() {
+    if (!atLineStart_) text_.add('\t');
     atLineStart_ = false;
-    for (const char c : content) text_ += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+  }
+
+  void cell(std::string_view content) {
+    beginCell();
+    text_.addWritten(content.size(), [content](char* to) {
+      return std::transform(content.begin(), content.end(), to, shown);
+    });
   }
 
   void endLine() {
-    text_ += "\r\n";
+    text_.add("\r\n");
     atLineStart_ = true;
   }
 
@@ -41,16 +50,27 @@ class TextTableWriter {
     cell(difference);
   }
 
-  void legCell(std::string_view time, const std::string& place = {}) {
-    cell(time);
-    if (table_.showPlaces()) cell(place.empty() ? place : "(" + place + ")");
+  void legHeading(std::string_view content) {
+    cell(content);
+    if (table_.showPlaces()) cell("");
+  }
+
+  void legCell(const LegCell& leg) {
+    beginCell();
+    text_.addWritten(TimeFormat::room, [&](char* to) {
+      char* const end = content_.writeTime(leg, to);
+      return std::transform(to, end, to, shown);
+    });
+    if (!table_.showPlaces()) return;
+    beginCell();
+    if (leg.place == 0) return;
+    text_.add('(');
+    text_.add(leg.place);
+    text_.add(')');
   }
 
   void legCells(int runner, enmLegStyle style) {
-    for (int i = 0; i < content_.noOfLegs(); ++i) {
-      const LegCell leg = content_.legCell(runner, i, style);
-      legCell(leg.time, leg.place);
-    }
+    for (int i = 0; i < content_.noOfLegs(); ++i) legCell(content_.legCell(runner, i, style));
   }
 
   void writeHeader() {
@@ -59,7 +79,7 @@ class TextTableWriter {
     cell(name);
     timeCells(table_.caption("startTime"), table_.caption("finishTime"),
               table_.caption("finishTimeDifference"));
-    for (int i = 0; i < content_.noOfLegs(); ++i) legCell(content_.legDescription(i));
+    for (int i = 0; i < content_.noOfLegs(); ++i) legHeading(content_.legDescription(i));
     cell(name);
     endLine();
 
@@ -67,7 +87,7 @@ class TextTableWriter {
     cell("");
     cell(club);
     timeCells("", "", "");
-    for (int i = 0; i < content_.noOfLegs(); ++i) legCell("");
+    for (int i = 0; i < content_.noOfLegs(); ++i) legHeading("");
     cell(club);
     endLine();
   }
@@ -93,7 +113,7 @@ class TextTableWriter {
 
   const clsLarkstoneOnlineTable& table_;
   TableContent content_;
-  std::string text_;
+  GrowingText text_;
   bool atLineStart_ = true;
 };
 
