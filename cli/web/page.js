@@ -37,7 +37,9 @@ function listClasses() {
       }));
     }));
   }
+  const focused = parts.classes.contains(document.activeElement);
   parts.classes.replaceChildren(...(found.length > 0 ? found : [element('p', null, word('nothingFound'))]));
+  if (focused) (parts.classes.querySelector('[aria-current=true]') || parts.search).focus();
 }
 
 function showClass(index, chosen) {
@@ -46,9 +48,6 @@ function showClass(index, chosen) {
   const first = course.runners.map((_, i) => i).filter(i => course.runners[i].time !== null).slice(0, 3);
   state.index = index;
   state.chosen = chosen || new Set(first);
-  for (const button of parts.classes.querySelectorAll('button')) {
-    button.setAttribute('aria-current', 'false');
-  }
   listClasses();
   const facts = [one.names.length + ' ' + word(one.names.length === 1 ? 'runner' : 'runners')];
   if (course.length !== null) facts.push((course.length / 100000).toFixed(2) + ' km');

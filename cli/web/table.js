@@ -54,9 +54,9 @@ class SplitTable {
     }, caption + mark);
   }
 
-  headCell(className, key, ...children) {
+  headCell(className, ...children) {
     const cell = element('th', { className, scope: 'col' }, ...children);
-    if (this.sort.key === key && this.sort.leg === -1) {
+    if (cell.querySelector('.sorted')) {
       cell.setAttribute('aria-sort', this.sort.descending ? 'descending' : 'ascending');
     }
     return cell;
@@ -65,15 +65,15 @@ class SplitTable {
   drawHead() {
     const course = this.course;
     const row = element('tr', null,
-      this.headCell('place', '', word('place')),
-      this.headCell('who', 'name', this.sortButton(word('name'), word('sortByName'), 'name'),
+      this.headCell('place', word('place')),
+      this.headCell('who', this.sortButton(word('name'), word('sortByName'), 'name'),
         this.sortButton(word('club'), word('sortByClub'), 'club')),
-      this.headCell('', 'start', this.sortButton(word('startTime'), word('sortByStartTime'), 'start')),
-      this.headCell('', 'time', this.sortButton(word('finishTime'), word('sortByFinishTime'), 'time')),
-      this.headCell('', '', word('finishTimeDifference')));
+      this.headCell('', this.sortButton(word('startTime'), word('sortByStartTime'), 'start')),
+      this.headCell('', this.sortButton(word('finishTime'), word('sortByFinishTime'), 'time')),
+      this.headCell('', word('finishTimeDifference')));
     course.legs.forEach((_, leg) => {
       const where = leg === course.legs.length - 1 ? word('finish') : word('control') + ' ' + (leg + 1);
-      row.append(this.headCell('leg', '', element('span', null, legText(course, leg)),
+      row.append(this.headCell('leg', element('span', null, legText(course, leg)),
         this.sortButton(word('legTimeSortCaption'), word('sortByLegTime') + ' ' + where, 'leg', leg),
         this.sortButton(word('totalTimeSortCaption'), word('sortByTotalTime') + ' ' + where, 'total', leg)));
     });
@@ -85,6 +85,7 @@ class SplitTable {
     this.sort = { key, leg, descending: same && !this.sort.descending };
     this.drawHead();
     this.fill();
+    this.head.querySelector('.sorted').focus({ preventScroll: true });
   }
 
   fill() {
@@ -109,7 +110,7 @@ class SplitTable {
     this.last = last;
     const focused = document.activeElement;
     this.body.replaceChildren(gap(first * height),
-      ...this.order.slice(first, last).map(index => this.row(index)), gap((count - last) * height));
+      ...this.order.slice(first, last).map((index, i) => this.row(index, first + i)), gap((count - last) * height));
     if (this.body.contains(focused)) focused.focus({ preventScroll: true });
   }
 
@@ -118,12 +119,13 @@ class SplitTable {
     return shown ? shown.offsetHeight : 45;
   }
 
-  row(index) {
+  row(index, position) {
     let row = this.rows.get(index);
     if (!row) {
       row = this.makeRow(index);
       this.rows.set(index, row);
     }
+    row.setAttribute('aria-rowindex', position + 2);  // behind the heading
     return row;
   }
 

@@ -72,8 +72,10 @@ test('a class is shown, sorted by any heading, and its runners are drawn', async
   assert.deepEqual(await texts(page.locator('nav button')), ['H214 runners', 'D211 runner']);
   await page.locator('nav button').last().click();
   assert.deepEqual(await texts(names), ['Eva']);
-  await page.locator('nav button').first().click();
+  await page.locator('nav button').first().focus();
+  await page.keyboard.press('Enter');
   assert.deepEqual(await texts(names), ['Ada', 'Bo', 'Cy', 'Di']);
+  assert.equal(await page.locator('nav :focus').textContent(), 'H214 runners');
   assert.deepEqual(await texts(page.locator('.splits tbody tr:nth-child(5) .result')), ['', 'mp']);
 
   const order = async tooltip => {
@@ -84,6 +86,8 @@ test('a class is shown, sorted by any heading, and its runners are drawn', async
   assert.equal(await order('Sort by leg time to control 1'), 'Ada Di Bo Cy');
   assert.equal(await order('Sort by total time at control 2'), 'Ada Bo Cy Di');
   assert.equal(await order('Sort by club'), 'Cy Di Ada Bo');
+  await page.keyboard.press('Enter');
+  assert.equal(await page.locator('th[aria-sort=descending] :focus').getAttribute('title'), 'Sort by club');
   assert.equal(await order('Sort by name'), 'Ada Bo Cy Di');
 
   assert.equal(await page.locator('#chart path').count(), 3);
