@@ -41,9 +41,10 @@ void fill(LRKEvent& event) {
 
 void write(LRKEvent& event, const std::string& root, const std::string& name) {
   LRKExport exporter;
-  require(event.saveEvent(root + "/event_file/" + name) == 0 &&
-              event.saveEvent(root + "/exports/" + name) == 0 &&
-              exporter.exportEventToLRK3(event, root + "/lrk3/" + name) == 0 &&
+  for (const char* target : {"/event_file/", "/exports/", "/analysis/"}) {
+    require(event.saveEvent(root + target + name) == 0, "seeds can be written");
+  }
+  require(exporter.exportEventToLRK3(event, root + "/lrk3/" + name) == 0 &&
               exporter.exportEventToIOFXML(event, root + "/import/" + name + "2.xml") == 0 &&
               exporter.exportEventToIOFXML3(event, root + "/import/" + name + "3.xml") == 0,
           "seeds can be written");
@@ -54,7 +55,7 @@ void write(LRKEvent& event, const std::string& root, const std::string& name) {
 
 int main(int, char** argv) {
   const std::string root = *++argv;
-  for (const char* target : {"/event_file", "/exports", "/lrk3", "/import"}) {
+  for (const char* target : {"/event_file", "/exports", "/analysis", "/lrk3", "/import"}) {
     std::filesystem::create_directories(root + target);
   }
   larkstone::fuzz::Event event;
