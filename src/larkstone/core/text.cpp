@@ -144,10 +144,10 @@ bool isAscii(std::string_view text) {
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 std::string lowered(std::string_view utf8) { return changed(utf8, lowerOf); }
@@ -260,9 +260,22 @@ std::string windows1252FromUtf8(std::string_view utf8) {
   return result;
 }
 
-char lowered1252(char byte) {
-  return windows1252Byte(lowerOf(characterOf(static_cast<std::uint8_t>(byte))));
+namespace {
+
+const std::array<char, 256>& loweredBytes() {
+  static const std::array<char, 256> lowered = [] {
+    std::array<char, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i) {
+      table[i] = windows1252Byte(lowerOf(characterOf(static_cast<std::uint8_t>(i))));
+    }
+    return table;
+  }();
+  return lowered;
 }
+
+}  // namespace
+
+char lowered1252(char byte) { return loweredBytes()[static_cast<std::uint8_t>(byte)]; }
 
 char uppered1252(char byte) {
   return windows1252Byte(upperOf(characterOf(static_cast<std::uint8_t>(byte))));
@@ -270,7 +283,8 @@ char uppered1252(char byte) {
 
 std::string lowered1252(std::string_view bytes) {
   std::string result(bytes);
-  for (char& byte : result) byte = (byte & 0x80) == 0 ? lowerAscii(byte) : lowered1252(byte);
+  const std::array<char, 256>& lower = loweredBytes();
+  for (char& byte : result) byte = lower[static_cast<std::uint8_t>(byte)];
   return result;
 }
 

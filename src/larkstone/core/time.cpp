@@ -43,29 +43,24 @@ enmTimeAccuracy accuracyOfText(std::string_view text) {
 // ones in seconds, minutes and, however many there are, hours.
 class GroupSum {
  public:
-  explicit GroupSum(enmTimeAccuracy accuracy) : position_(accuracy) {}
+  explicit GroupSum(enmTimeAccuracy accuracy) : unit_(unitOf(accuracy)) {}
 
   void add(int value) {
-    if (position_ != etacHours || value < 1000) total_ += std::int64_t{value} * unitOf(position_);
-    switch (position_) {
-      case etacHundredthsSeconds:
-      case etacTenthsSeconds:
-        position_ = etacSeconds;
-        break;
-      case etacSeconds:
-        position_ = etacMinutes;
-        break;
-      default:
-        position_ = etacHours;
-    }
+    if (unit_ != hour || value < 1000) total_ += std::int64_t{value} * unit_;
+    unit_ = unit_ < second ? second : unit_ == second ? minute : hour;
   }
   std::int64_t total() const { return total_; }
 
  private:
-  enmTimeAccuracy position_;
+  static constexpr Time second = unitOf(etacSeconds);
+  static constexpr Time minute = unitOf(etacMinutes);
+  static constexpr Time hour = unitOf(etacHours);
+
+  Time unit_;
   std::int64_t total_ = 0;
 };
 
+// LRK_NO_TIME for text without digits, with five in a row, or with a "-".
 Time sumOfGroups(std::string_view text, enmTimeAccuracy accuracy) {
   GroupSum sum(accuracy);
   bool anyDigit = false;
@@ -83,6 +78,8 @@ Time sumOfGroups(std::string_view text, enmTimeAccuracy accuracy) {
       sum.add(value);
       value = digits = 0;
       scale = 1;
+    } else if (c == '-') {
+      return LRK_NO_TIME;
     }
   }
   if (!anyDigit || sum.total() >= LRK_NO_TIME) return LRK_NO_TIME;
@@ -103,10 +100,8 @@ Time stringToTime(std::string_view text, enmTimeAccuracy accuracy,
                   bool truncateIfTimeIsMoreAccurate) {
   std::string_view groups = trimmed(text);
   if (accuracy == etacAuto) accuracy = accuracyOfText(groups);
-  const bool negative = groups.starts_with('-') && groups.find('-', 1) == std::string_view::npos;
+  const bool negative = groups.starts_with('-');
   if (negative) groups.remove_prefix(1);
-  if (groups.empty() || groups.find('-') != std::string_view::npos) return LRK_NO_TIME;
-
   const Time total = sumOfGroups(groups, accuracy);
   if (isDisq(total)) return LRK_NO_TIME;
   const Time time = truncateIfTimeIsMoreAccurate ? truncateTime(total, accuracy) : total;

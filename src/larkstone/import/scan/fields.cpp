@@ -1,7 +1,6 @@
 #include "larkstone/import/scan/fields.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "larkstone/core/text.hpp"
 
@@ -11,16 +10,8 @@ namespace {
 
 constexpr auto nowhere = std::string_view::npos;
 
-char lowerByte(char byte) {
-  static const std::array<char, 256> lower = [] {
-    std::array<char, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i) table[i] = lowered1252(static_cast<char>(i));
-    return table;
-  }();
-  return lower[static_cast<unsigned char>(byte)];
-}
-
 std::size_t find(std::string_view text, std::string_view delimiter) {
+  if (delimiter.size() == 1) return text.find(delimiter.front());
   return delimiter.empty() ? nowhere : text.find(delimiter);
 }
 
@@ -28,7 +19,7 @@ std::size_t findNoCase(std::string_view text, std::string_view delimiter) {
   if (delimiter.empty()) return nowhere;
   const auto* const found =
       std::search(text.begin(), text.end(), delimiter.begin(), delimiter.end(),
-                  [](char a, char b) { return lowerByte(a) == b; });
+                  [](char a, char b) { return lowered1252(a) == b; });
   return found == text.end() ? nowhere : static_cast<std::size_t>(found - text.begin());
 }
 
@@ -122,7 +113,7 @@ std::string_view lastFieldBefore(std::string_view text, std::string_view delimit
 bool isPrefixNoCase(std::string_view a, std::string_view b) {
   const std::size_t length = std::min(a.size(), b.size());
   return std::equal(a.begin(), a.begin() + length, b.begin(),
-                    [](char x, char y) { return lowerByte(x) == lowerByte(y); });
+                    [](char x, char y) { return lowered1252(x) == lowered1252(y); });
 }
 
 std::string_view CsvFields::next() {
