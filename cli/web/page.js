@@ -70,7 +70,7 @@ function classContents(course) {
   const followed = followings(course).slice(0, 30);
   const contents = [
     element('h3', null, word('chart')),
-    element('p', { className: 'hint' }, word('chartHint') + ' ', element('button', {
+    element('p', { className: 'hint advice' }, word('chartHint') + ' ', element('button', {
       type: 'button', className: 'plain', onclick: () => [...state.chosen].forEach(toggle),
     }, word('chooseNone'))),
     element('div', { id: 'chart' }),

@@ -22,27 +22,30 @@ class SplitTable {
     this.rows = new Map();
     this.body = element('tbody');
     this.head = element('thead');
-    this.table = element('table', { className: 'splits' }, this.columns(), this.head, this.body);
+    this.table = element('table', { className: 'splits' }, this.head, this.body);
+    this.setColumns();
     this.drawHead();
     this.fill();
   }
 
-  // Columns of fixed width: the browser need not look at all rows to lay out some.
-  columns() {
+  // Columns of fixed width: the browser need not look at all rows to lay out some. On paper all
+  // legs are as wide as the widest.
+  setColumns() {
     const digits = this.course.digits;
     const longest = texts => Math.max(5, ...texts.map(text => text.length));
-    const widths = [3, 17, 9 + digits, 8 + digits, 8 + digits];
-    this.course.legs.forEach((_, leg) => {
+    const legs = this.course.legs.map((_, leg) => {
       const times = this.course.runners.map(runner => timeText(runner.total[leg], digits));
-      widths.push(Math.max(longest(times) + 5, legText(this.course, leg).length + 1, 11));
+      return Math.max(longest(times) + 5, legText(this.course, leg).length + 1, 11);
     });
     const group = element('colgroup');
-    for (const width of widths) {
+    for (const width of [3, 17, 9 + digits, 8 + digits, 8 + digits, ...legs]) {
       const column = element('col');
       column.style.width = width + 'ch';
       group.append(column);
     }
-    return group;
+    this.table.prepend(group);
+    this.table.style.setProperty('--leg', Math.max(...legs) + 'ch');
+    this.table.style.setProperty('--clock', 9 + digits + 'ch');
   }
 
   sortButton(caption, tooltip, key, leg = -1) {
@@ -65,12 +68,12 @@ class SplitTable {
   drawHead() {
     const course = this.course;
     const row = element('tr', null,
-      this.headCell('place', word('place')),
+      this.headCell('place', element('b', null, word('place'))),
       this.headCell('who', this.sortButton(word('name'), word('sortByName'), 'name'),
         this.sortButton(word('club'), word('sortByClub'), 'club')),
-      this.headCell('', this.sortButton(word('startTime'), word('sortByStartTime'), 'start')),
-      this.headCell('', this.sortButton(word('finishTime'), word('sortByFinishTime'), 'time')),
-      this.headCell('', word('finishTimeDifference')));
+      this.headCell('clock', this.sortButton(word('startTime'), word('sortByStartTime'), 'start')),
+      this.headCell('result', this.sortButton(word('finishTime'), word('sortByFinishTime'), 'time')),
+      this.headCell('result', element('b', null, word('finishTimeDifference'))));
     course.legs.forEach((_, leg) => {
       const where = leg === course.legs.length - 1 ? word('finish') : word('control') + ' ' + (leg + 1);
       row.append(this.headCell('leg', element('span', null, legText(course, leg)),
@@ -149,9 +152,9 @@ class SplitTable {
     element('td', { className: 'place' }, runner.place === null ? '' : String(runner.place)),
     element('td', { className: 'who' }, name, element('span', { className: 'club' }, runner.club)),
     element('td', { className: 'clock' }, clockText(runner.start, course.digits)),
-    element('td', { className: 'result' }, timeText(runner.time, course.digits)),
-    element('td', { className: 'result' }, runner.time === null
-      ? statusText(runner) : behindText(runner.time - best, course.digits)));
+    element('td', { className: 'result' }, element('b', null, timeText(runner.time, course.digits))),
+    element('td', { className: 'result' }, element('b', null, runner.time === null
+      ? statusText(runner) : behindText(runner.time - best, course.digits))));
     course.legs.forEach((_, leg) => row.append(this.cell(runner, leg)));
     return row;
   }

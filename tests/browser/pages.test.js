@@ -160,6 +160,19 @@ test('nothing sticks out on a phone, by day and by night', async t => {
   }
 });
 
+test('paper has room for all legs, under their headings', async t => {
+  const legs = Array.from({ length: 40 }, (_, i) => 60 + i);
+  const page = await opened(t, report('paper', list('Long', { H21: [{ name: 'Ada', legs }] })),
+    { viewport: { width: 720, height: 900 } });
+  await page.emulateMedia({ media: 'print' });
+  const edges = cells => page.locator(cells).evaluateAll(all => all.map(one => one.getBoundingClientRect())
+    .map(box => [Math.round(box.left), Math.round(box.right)]));
+  const cells = await edges('.splits tbody tr:not(.gap) td');
+  assert.equal(cells.length, 45);
+  assert.deepEqual(await edges('.splits th'), cells);
+  assert.ok(cells.every(([left, right]) => left >= 0 && right <= 720));
+});
+
 test('the service gives pages whose links sort, and refuses what it has not got', async t => {
   const server = spawn(program, ['serve', '--port', '0', written('served.xml', race)]);
   t.after(() => server.kill());
