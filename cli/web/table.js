@@ -2,13 +2,18 @@
 
 // A table of more rows holds only those near the part that is seen.
 const mostRows = 120;
-const rowsBeyond = 25;
+const rowsBeyond = 15;
 
-function gap(height) {
-  const row = element('tr', { className: 'gap', 'aria-hidden': 'true' });
-  row.style.height = height + 'px';
-  row.hidden = height === 0;
-  return row;
+// Stands for rows that are not there.
+class Gap {
+  constructor() {
+    this.row = element('tr', { className: 'gap', 'aria-hidden': 'true' });
+  }
+
+  set height(height) {
+    this.row.style.height = height + 'px';
+    this.row.hidden = height === 0;
+  }
 }
 
 class SplitTable {
@@ -20,6 +25,8 @@ class SplitTable {
     this.show = show;
     this.sort = { key: 'time', leg: -1, descending: false };
     this.rows = new Map();
+    this.above = new Gap();
+    this.below = new Gap();
     this.body = element('tbody');
     this.head = element('thead');
     this.table = element('table', { className: 'splits' }, this.head, this.body);
@@ -94,7 +101,8 @@ class SplitTable {
   fill() {
     this.order = sortedRunners(this.course, this.sort);
     this.table.setAttribute('aria-rowcount', this.order.length + 1);
-    this.first = -1;
+    this.first = this.last = 0;
+    this.body.replaceChildren(this.above.row, this.below.row);
     this.showRows();
   }
 
@@ -107,14 +115,27 @@ class SplitTable {
     const seen = whole || !box ? 0 : Math.floor(box.scrollTop / height);
     const first = whole ? 0 : Math.max(0, seen - rowsBeyond);
     const last = whole ? count : Math.min(count, seen + Math.ceil((box ? box.clientHeight : 0) / height) + rowsBeyond);
-    if (!whole && this.first >= 0 && Math.abs(first - this.first) < rowsBeyond / 2 && last < count && first > 0) return;
-    if (first === this.first && last === this.last) return;
+    const moved = Math.max(Math.abs(first - this.first), Math.abs(last - this.last));
+    if (moved === 0 || (!whole && moved < rowsBeyond / 2 && first > 0 && last < count)) return;
+    this.replaceRows(first, last);
+    this.above.height = first * height;
+    this.below.height = (count - last) * height;
+  }
+
+  // Rows that stay are not touched: to lay out all of them anew takes long.
+  replaceRows(first, last) {
+    const rows = this.order.slice(first, last).map((index, i) => this.row(index, first + i));
+    const overlap = Math.max(first, this.first) < Math.min(last, this.last);
+    const stayFrom = overlap ? Math.max(first, this.first) : first;
+    const stayTo = overlap ? Math.min(last, this.last) : first;
+    const staying = new Set(rows.slice(stayFrom - first, stayTo - first));
+    for (const row of this.body.querySelectorAll('tr:not(.gap)')) {
+      if (!staying.has(row)) row.remove();
+    }
+    this.above.row.after(...rows.slice(0, stayFrom - first));
+    this.below.row.before(...rows.slice(stayTo - first));
     this.first = first;
     this.last = last;
-    const focused = document.activeElement;
-    this.body.replaceChildren(gap(first * height),
-      ...this.order.slice(first, last).map((index, i) => this.row(index, first + i)), gap((count - last) * height));
-    if (this.body.contains(focused)) focused.focus({ preventScroll: true });
   }
 
   rowHeight() {
