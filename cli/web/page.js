@@ -37,9 +37,9 @@ function listClasses() {
       }));
     }));
   }
-  const focused = parts.classes.contains(document.activeElement);
+  const focused = [...parts.classes.children].indexOf(document.activeElement);
   parts.classes.replaceChildren(...(found.length > 0 ? found : [element('p', null, word('nothingFound'))]));
-  if (focused) (parts.classes.querySelector('[aria-current=true]') || parts.search).focus();
+  if (focused >= 0) parts.classes.children[Math.min(focused, parts.classes.children.length - 1)].focus();
 }
 
 function showClass(index, chosen) {

@@ -27,7 +27,7 @@ class SplitTable {
     this.rows = new Map();
     this.above = new Gap();
     this.below = new Gap();
-    this.body = element('tbody');
+    this.body = element('tbody', null, this.above.row, this.below.row);
     this.head = element('thead');
     this.table = element('table', { className: 'splits' }, this.head, this.body);
     this.setColumns();
@@ -102,7 +102,6 @@ class SplitTable {
     this.order = sortedRunners(this.course, this.sort);
     this.table.setAttribute('aria-rowcount', this.order.length + 1);
     this.first = this.last = 0;
-    this.body.replaceChildren(this.above.row, this.below.row);
     this.showRows();
   }
 

@@ -37,6 +37,9 @@ class GrowingText {
     length_ += static_cast<std::size_t>(write(to) - to);
   }
 
+  /// Makes room at once for a text whose size is known about.
+  void reserve(std::size_t size) { text_.reserve(size); }
+
   /// The whole text; what is added afterwards begins a new one.
   std::string take() {
     text_.resize(std::exchange(length_, 0));

@@ -66,6 +66,10 @@ class HtmlTableWriter {
   }
 
   HtmlTable write() {
+    constexpr int cellSize = 26;  // a class, and a time or a place
+    const int cellsOfRunner = 2 * legSpan_ * content_.noOfLegs() + 7;
+    html_.reserve(static_cast<std::size_t>(content_.noOfRunners()) *
+                  static_cast<std::size_t>(cellsOfRunner * cellSize));
     html_.add(
         "<TABLE border=\"0\" cellspacing=\"0\" cellpadding=\"0\" "
         "style=\"border:2px solid #000000\">\r\n");
@@ -120,7 +124,7 @@ class HtmlTableWriter {
     return looks_[at];
   }
 
-  [[gnu::noinline]] KnownLook registered(const Look& look) {
+  [[gnu::cold]] KnownLook registered(const Look& look) {
     const std::string name = registry_.registerCellFormat(formatAt(look.family, look.kind),
                                                           {colorOf(look.top), colorOf(look.left)});
     return {name, "<TD class=\"" + name + "\">"};
