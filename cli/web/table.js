@@ -51,7 +51,7 @@ class SplitTable {
       group.append(column);
     }
     this.table.prepend(group);
-    this.table.style.setProperty('--leg', Math.max(...legs) + 'ch');
+    this.table.style.setProperty('--leg', Math.max(11, ...legs) + 'ch');
     this.table.style.setProperty('--clock', 9 + digits + 'ch');
   }
 
