@@ -1,10 +1,11 @@
-// Any bytes as an event file, analysed: every course with all stages, sorted by every key, asked
-// about every leg, written as split tables.
+// Any bytes as an event file, analysed: every course with all stages, asked about every leg, sorted
+// by every key, written as split tables.
 
 #include "larkstone/analysis/course.hpp"
 #include "larkstone/online/table.hpp"
 
 #include "support.hpp"
+#include "support/defined.hpp"
 
 namespace {
 
@@ -15,26 +16,6 @@ void sortByAll(LRKCourse& course) {
   for (int key = esorCustom; key <= esorTotalPerformanceIndex; ++key) {
     TranslationTable moved;
     course.sortRunnersAndCreateTLT(static_cast<enmSort>(key), moved, key % 3 - 1, key % 2 == 0);
-  }
-}
-
-void askForLegs(const LRKCourse& course) {
-  std::vector<Time> times;
-  std::vector<int> runners;
-  for (int leg = -1; leg <= course.noOfLegs(); ++leg) {
-    for (int s = 0; s < LRK_LEG_STYLES; ++s) {
-      const auto style = static_cast<enmLegStyle>(s);
-      course.averageTime(leg, style);
-      course.getSortedTimes(leg, style, times, runners);
-      require(times.size() == runners.size(), "every time has a runner");
-      for (int i = 0; i < course.noOfRunners(); ++i) {
-        course.runnerTimeDifference(i, leg, style, i % 2 == 0);
-      }
-    }
-    course.legTopTime(leg);
-    course.idealTime(leg);
-    course.accumulatedNormalizedLength(leg);
-    course.timeLossFrequency(leg);
   }
 }
 
@@ -61,11 +42,12 @@ void analyse(LRKCourse& course, int way) {
   course.timeLossCalculationMethod(way % 4 < 2 ? etlcCompareToTopTime : etlcCompareToBestTime);
   course.pfIndexCalculationMethod(way % 8 < 4 ? elfiExtended : elfiBasic);
   if (way % 5 == 0) course.timeAccuracy(etacAuto);
-  course.calculate();
-  sortByAll(course);
-  askForLegs(course);
+  for (int calculation = 0; calculation < 2; ++calculation) {  // the second on corrected times
+    course.calculate();
+    test::checkDefined(course, require);
+    sortByAll(course);
+  }
   write(course);
-  course.calculate();  // once more, on times that are cut and corrected
   course.toCategory();
 }
 

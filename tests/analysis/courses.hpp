@@ -37,11 +37,6 @@ inline LRKCourse courseByLegs(std::string_view codesText, std::initializer_list<
   return course;
 }
 
-inline LRKRunner withStatus(LRKRunner runner, enmStatus status) {
-  runner.status(status);
-  return runner;
-}
-
 /// Random but plausible runners with many equal times: some lose time, and those who are not OK
 /// may miss punches or their times.
 inline LRKCourse randomCourse(unsigned seed, int runners) {

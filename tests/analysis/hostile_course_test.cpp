@@ -1,14 +1,11 @@
 // Courses that no race makes: everything stays defined, finite and in bounds.
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include <gtest/gtest.h>
 
-#include "larkstone/model/category.hpp"
-
 #include "analysis/courses.hpp"
+#include "support/defined.hpp"
 
 namespace larkstone {
 namespace {
@@ -52,38 +49,7 @@ void hostileSettings(Random& random, LRKCourse& course) {
 }
 
 void expectDefined(const LRKCourse& course) {
-  const int n = course.noOfRunners();
-  double lengths = 0;
-  for (int i = 0; i < course.noOfLegs(); ++i) {
-    lengths += course.normalizedLength(i);
-    for (int r = 0; r < n; ++r) {
-      const LRKRunner& runner = course.runner(r);
-      EXPECT_TRUE(std::isfinite(runner.coursePercentualTimeLoss()));
-      EXPECT_TRUE(std::isfinite(runner.coursePerformanceIndexWithoutTimeLoss()));
-      EXPECT_TRUE(runner.followingIndex(i) >= 0 && runner.followingIndex(i) <= 1);
-      EXPECT_TRUE(runner.pullIndex(i) >= 0 && runner.pullIndex(i) <= 1);
-      EXPECT_TRUE(std::isfinite(runner.courseFollowingIndex() + runner.coursePullIndex()));
-      EXPECT_TRUE(std::isfinite(runner.performanceIndex(i, elstLeg)));
-      EXPECT_TRUE(std::isfinite(runner.performanceIndex(i, elstTotal)));
-      EXPECT_GE(runner.timeLoss(i, elstLeg), 0);
-      EXPECT_GE(runner.place(i, elstLeg), 1);
-    }
-    for (int number = 0; number < LRK_LEG_STYLES; ++number) {
-      const auto style = static_cast<enmLegStyle>(number);
-      Times times;
-      Ints runners;
-      course.getSortedTimes(i, style, times, runners);
-      std::sort(runners.begin(), runners.end());
-      for (int r = 0; r < n; ++r) {
-        EXPECT_EQ(runners[static_cast<std::size_t>(r)], r);
-        EXPECT_LE(course.runner(r).place(i, style), n);
-        course.runnerTimeDifference(r, i, style, r % 2 == 0);
-      }
-      EXPECT_LE(course.noOfQualifiedRunners(i, style), n);
-      course.averageTime(i, style);
-    }
-  }
-  EXPECT_NEAR(lengths, n > 0 && course.noOfLegs() > 0 ? 1 : 0, 1e-9);
+  checkDefined(course, [](bool holds, const char* what) { EXPECT_TRUE(holds) << what; });
 }
 
 TEST(HostileCourseTest, RandomCoursesStayDefined) {

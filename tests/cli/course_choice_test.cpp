@@ -7,20 +7,8 @@
 namespace larkstone::cli {
 namespace {
 
-using test::runner;
+using test::categoryOf;
 using test::textOf;
-
-// Courses of runners, a "!" in front of one who mispunched.
-LRKCategory categoryOf(std::initializer_list<const char*> courses) {
-  LRKCategory category;
-  for (const char* course : courses) {
-    const bool failed = course[0] == '!';
-    LRKRunner r = runner(course + (failed ? 1 : 0));
-    if (failed) r.status(estaMisPunch);
-    category.addRunner(std::move(r));
-  }
-  return category;
-}
 
 TEST(CourseChoiceTest, TheCourseIsWhatMostOkRunnersRan) {
   struct Row {

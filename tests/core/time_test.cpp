@@ -13,41 +13,40 @@ TEST(TimeTest, TextBecomesTime) {
     int line;
     const char* text;
     enmTimeAccuracy accuracy;
-    bool truncate;
     Time time;
   };
   constexpr Row rows[] = {
-      {__LINE__, "12:34", etacSeconds, true, 75400},
-      {__LINE__, " 1:02:03 ", etacSeconds, true, 372300},
-      {__LINE__, "-0.45", etacSeconds, true, -4500},
-      {__LINE__, "62.03", etacAuto, true, 372300},
-      {__LINE__, "1:02:03.4", etacAuto, true, 372340},
-      {__LINE__, "1:02:03,45", etacAuto, true, 372345},
-      {__LINE__, "1.2.3", etacHundredthsSeconds, true, 6203},
-      {__LINE__, "1.2.3", etacTenthsSeconds, true, 6230},
-      {__LINE__, "2:30", etacMinutes, true, 2 * 360000 + 30 * 6000},
-      {__LINE__, "7", etacSeconds, true, 700},
-      {__LINE__, ":07", etacSeconds, true, 700},
-      {__LINE__, "12:", etacSeconds, true, 72000},
-      {__LINE__, "12 min 34", etacSeconds, true, 123400},  // what is no digit is passed over
-      {__LINE__, "1:0:0:0", etacSeconds, true, 360000},    // every group from the hours on is hours
-      {__LINE__, "1:00:00:00", etacAuto, true, 360000},    // two digits behind: hundredths
-      {__LINE__, "1000:00:00", etacSeconds, true, 0},      // a thousand hours add nothing
-      {__LINE__, "", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "-", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "1-2", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "--1", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "-----", etacAuto, true, LRK_NO_TIME},
-      {__LINE__, "...", etacAuto, true, LRK_NO_TIME},
-      {__LINE__, "12345:00", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "46:36:12", etacSeconds, true, 16777200},
-      {__LINE__, "46:36:13", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "-46:36:13", etacSeconds, true, LRK_NO_TIME},
-      {__LINE__, "mp", etacSeconds, true, LRK_NO_TIME},
+      {__LINE__, "12:34", etacSeconds, 75400},
+      {__LINE__, " 1:02:03 ", etacSeconds, 372300},
+      {__LINE__, "-0.45", etacSeconds, -4500},
+      {__LINE__, "62.03", etacAuto, 372300},
+      {__LINE__, "1:02:03.4", etacAuto, 372340},
+      {__LINE__, "1:02:03,45", etacAuto, 372345},
+      {__LINE__, "1.2.3", etacHundredthsSeconds, 6203},
+      {__LINE__, "1.2.3", etacTenthsSeconds, 6230},
+      {__LINE__, "2:30", etacMinutes, 2 * 360000 + 30 * 6000},
+      {__LINE__, "7", etacSeconds, 700},
+      {__LINE__, ":07", etacSeconds, 700},
+      {__LINE__, "12:", etacSeconds, 72000},
+      {__LINE__, "12 min 34", etacSeconds, 123400},  // what is no digit is passed over
+      {__LINE__, "1:0:0:0", etacSeconds, 360000},    // every group from the hours on is hours
+      {__LINE__, "1:00:00:00", etacAuto, 360000},    // two digits behind: hundredths
+      {__LINE__, "1000:00:00", etacSeconds, 0},      // a thousand hours add nothing
+      {__LINE__, "", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "-", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "1-2", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "--1", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "-----", etacAuto, LRK_NO_TIME},
+      {__LINE__, "...", etacAuto, LRK_NO_TIME},
+      {__LINE__, "12345:00", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "46:36:12", etacSeconds, 16777200},
+      {__LINE__, "46:36:13", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "-46:36:13", etacSeconds, LRK_NO_TIME},
+      {__LINE__, "mp", etacSeconds, LRK_NO_TIME},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
-    EXPECT_EQ(stringToTime(row.text, row.accuracy, row.truncate), row.time);
+    EXPECT_EQ(stringToTime(row.text, row.accuracy), row.time);
   }
 }
 

@@ -7,14 +7,9 @@
 namespace larkstone {
 namespace {
 
+using test::categoryOf;
 using test::runner;
 using test::textOf;
-
-LRKCategory categoryOf(std::initializer_list<const char*> courses) {
-  LRKCategory category;
-  for (const char* course : courses) category.addRunner(runner(course));
-  return category;
-}
 
 std::vector<int> runnerNumbers(const LRKCategory& category) {
   std::vector<int> numbers;

@@ -69,11 +69,8 @@ TEST(CourseDeterminatorTest, LegsOfEachCourseType) {
 }
 
 TEST(CourseDeterminatorTest, LegsAreKeptUntilSomethingIsAdded) {
-  LRKCategory category;
-  category.addRunner(runner("S-1-2-F"));
-  category.addRunner(runner("S-2-1-2-F"));
   LRKCourseDeterminator determinator;
-  determinator.addRunnersFromCategory(category);
+  determinator.addRunnersFromCategory(test::categoryOf({"S-1-2-F", "S-2-1-2-F"}));
   determinator.determineCourses(1);
   EXPECT_EQ(textOf(determinator.getCourseLegs(ectyCommonLegs, true, 0)), "1-2-F");
   EXPECT_EQ(textOf(determinator.getCourseLegs(ectyOneManRelay)), "");

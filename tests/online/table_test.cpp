@@ -14,6 +14,7 @@ namespace larkstone {
 namespace {
 
 using test::runner;
+using test::withStatus;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 
@@ -216,11 +217,6 @@ TEST(TableTest, OrderOfTheRunnersAndMarkedHeadings) {
   EXPECT_THAT(table.htmlTableString(), HasSubstr("\"sortByPassingEndTime control 1\">passingEnd"));
   EXPECT_EQ(sorted(esorLegTime, 1), "Åke Eva Ada Bo 32&legNo=1 ");
   EXPECT_EQ(sorted(esorTotalTime, 99), "Åke Eva Ada Bo ");  // the last leg, without a heading
-}
-
-LRKRunner withStatus(LRKRunner runner, enmStatus status) {
-  runner.status(status);
-  return runner;
 }
 
 TEST(TableTest, RelativeAndPassingTimes) {

@@ -2,6 +2,7 @@
 
 // Short forms for building lists and runners in tests.
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "larkstone/geometry/codes.hpp"
 #include "larkstone/geometry/legs.hpp"
 #include "larkstone/geometry/punches.hpp"
+#include "larkstone/model/category.hpp"
 #include "larkstone/model/runner.hpp"
 
 namespace larkstone::test {
@@ -49,6 +51,22 @@ inline LRKRunner runner(std::string_view text, const std::vector<int>& seconds =
   if (!name.empty()) result.name(std::move(name));
   result.punches(punches(text, seconds));
   return result;
+}
+
+inline LRKRunner withStatus(LRKRunner runner, enmStatus status) {
+  runner.status(status);
+  return runner;
+}
+
+/// A category of such runners, a "!" in front of one who mispunched.
+inline LRKCategory categoryOf(std::initializer_list<const char*> courses) {
+  LRKCategory category;
+  for (const char* course : courses) {
+    const bool failed = *course == '!';
+    category.addRunner(
+        withStatus(runner(failed ? course + 1 : course), failed ? estaMisPunch : estaOK));
+  }
+  return category;
 }
 
 /// The codes of a list as "S-31-32-F".
