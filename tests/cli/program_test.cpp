@@ -12,7 +12,7 @@
 #include "larkstone/event/event.hpp"
 
 #include "cli/analysis_summary.hpp"
-#include "support/temp_folder.hpp"
+#include "import/imported.hpp"
 
 namespace larkstone {
 namespace {
@@ -379,26 +379,22 @@ TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
 }
 
 std::string listOf(const std::string& name, std::initializer_list<std::vector<int>> runners) {
-  std::string xml = "<ClassResult><Class><Name>" + name + "</Name></Class>";
+  std::string persons;
   for (const std::vector<int>& controls : runners) {
-    xml += "<PersonResult><Person><Name><Family>X</Family></Name></Person><Result>";
-    xml += "<StartTime>2026-05-03T10:00:00</StartTime><Time>900</Time><Status>OK</Status>";
+    std::string result =
+        "<StartTime>2026-05-03T10:00:00</StartTime><Time>900</Time><Status>OK</Status>";
     for (std::size_t i = 0; i < controls.size(); ++i) {
-      xml += "<SplitTime><ControlCode>" + std::to_string(controls[i]) + "</ControlCode><Time>" +
-             std::to_string(60 * (i + 1)) + "</Time></SplitTime>";
+      result += test::split(std::to_string(controls[i]), std::to_string(60 * (i + 1)));
     }
-    xml += "</Result></PersonResult>";
+    persons += test::person3(test::element("Result", result));
   }
-  return xml + "</ClassResult>";
+  return test::class3(persons, name);
 }
 
 TEST_F(ProgramTest, CoursesRunAndCoursesThatFit) {
   const std::string list = folder_.write(
-      "courses.xml",
-      "<?xml version=\"1.0\"?><ResultList xmlns=\"http://www.orienteering.org/datastandard/3.0\" "
-      "iofVersion=\"3.0\" creator=\"test\"><Event><Name>E</Name></Event>" +
-          listOf("Relay", {{31, 42, 33}, {31, 41, 33}, {31, 41, 33}}) +
-          listOf("Loops", {{50, 1, 50, 2, 50}, {50, 2, 50, 1, 50}}) + "</ResultList>");
+      "courses.xml", test::list3(listOf("Relay", {{31, 42, 33}, {31, 41, 33}, {31, 41, 33}}) +
+                                 listOf("Loops", {{50, 1, 50, 2, 50}, {50, 2, 50, 1, 50}})));
   const Json courses = Json::parse(run("courses --json -c Relay " + list).out)["categories"];
   ASSERT_EQ(courses.size(), 1U);
   EXPECT_EQ(courses[0]["name"], "Relay");
@@ -484,11 +480,7 @@ TEST_F(ProgramTest, AStartListGivesStartTimes) {
 }
 
 TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {
-  const std::string list = folder_.write("list.xml", R"(<?xml version="1.0"?>
-<ResultList xmlns="http://www.orienteering.org/datastandard/3.0" iofVersion="3.0" creator="test">
- <Event><Name>Spring</Name></Event>
- <ClassResult><Class><Name>R</Name></Class><PersonResult/></ClassResult>
-</ResultList>)");
+  const std::string list = folder_.write("list.xml", test::list3(test::class3("<PersonResult/>")));
   const Result counted = run("info " + list);
   EXPECT_EQ(counted.exitCode, 0);
   EXPECT_NE(counted.err.find("list.xml: 1 item left out"), std::string::npos);

@@ -66,12 +66,6 @@ inline std::string hex(std::string text) {
   return bytes;
 }
 
-inline std::string little(std::size_t value, int width) {
-  std::string bytes;
-  for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
-  return bytes;
-}
-
 using Records = std::vector<std::string>;
 
 inline std::string joined(const Records& records) {

@@ -106,15 +106,12 @@ TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
     notify();
   });
   const auto imported = [&](const std::string& file, int code) {
-    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    newEvent();
     notified = 0;
     EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), code);
     EXPECT_FALSE(importer.importingNow());
-    const std::vector<std::string> names = categoryNames(event);
-    event.closeEvent();
-    return names;
+    return categoryNames(event);
   };
-  event.closeEvent();
   for (const std::string& list : lists) {
     SCOPED_TRACE(list);
     const std::string file = folder.write("list", list);

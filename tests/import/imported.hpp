@@ -47,6 +47,22 @@ inline std::vector<std::string> categoryNames(const LRKEvent& event) {
   return names;
 }
 
+/// A line for an event, for each of its categories and for each of their runners:
+/// "name|properties" of the former, "properties|punches|additional ones|status" of the runners.
+inline std::string described(LRKEvent& event) {
+  std::string text = event.name() + '|' + setProperties(event) + '\n';
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    const auto category = event.category(i);
+    text += category->name() + '|' + setProperties(*category) + '\n';
+    for (int k = 0; k < category->noOfRunners(); ++k) {
+      const LRKRunner& runner = category->runner(k);
+      text += setProperties(runner) + '|' + textOf(runner.punches()) + '|' +
+              textOf(runner.extraPunches()) + '|' + std::to_string(runner.status()) + '\n';
+    }
+  }
+  return text;
+}
+
 inline std::string utf16(std::u16string_view units, bool bigEndian) {
   std::string bytes;
   for (const char16_t unit : units) {
@@ -91,13 +107,17 @@ class ImportTest : public testing::Test {
   ImportTest() {
     event.tempFilePath(folder.path() + "\\");
     importer.tempFilePath(folder.path() + "\\");
-    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
+    newEvent();
     importer.onNote([this](const ImportNote& note) {
       notes.push_back(note);
       told.push_back(note.what);
     });
   }
 
+  void newEvent() {
+    event.closeEvent();
+    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+  }
   std::int32_t importXml(std::string_view bytes) {
     return importer.importIOFXML(event, folder.write("list.xml", bytes));
   }

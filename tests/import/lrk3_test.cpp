@@ -12,12 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 
-std::string little(std::size_t value, int width) {
-  std::string bytes;
-  for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
-  return bytes;
-}
-
 // A file of one block, and as many entries of the table for it.
 std::string fileOf(const std::string& block, std::size_t entries = 1) {
   std::string file = "\x0DLarkstone 3.0\1E" + little(46145, 4) + little(entries, 2);
@@ -94,7 +88,7 @@ TEST_F(Lrk3Test, AnExportComesBackAndHalfOfItGivesItsFirstRunners) {
   ASSERT_EQ(LRKExport().exportEventToLRK3(event, folder / "event.lrk3"), 0);
   const std::string bytes = bytesOf(folder / "event.lrk3");
   for (const bool half : {true, false}) {
-    ASSERT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    newEvent();
     ASSERT_EQ(importBytes(half ? bytes.substr(0, bytes.size() - 1) : bytes), 0);
     EXPECT_EQ(event.category(1)->noOfRunners(), half ? 1 : 2);
   }

@@ -13,6 +13,7 @@
 namespace larkstone {
 namespace {
 
+using test::described;
 using test::replaced;
 using test::treated;
 using testing::ElementsAre;
@@ -51,16 +52,18 @@ const std::string solvPage =
     solvRunner(" 12.", "Uwe F\u00FCnf", "60", "Club A", "9:14") + "</pre>\n" +
     "<b><a href='b'>D10</a></b>\n<pre>(1 Po.)  0 Teilnehmer\n</pre></html>\n";
 
-const std::string solvSummary =
-    "3. Muster-OL importedFrom=SOLV HTML \n"
-    "H10 160000\n"
-    "name=J\u00F6rg Muster club=OLG Beispiel birthDate=2008-01-01 birthDateFormat=yyyy OK: "
-    "S 0, 131 3800, 95 -, 101 12000, 131 359900, 0 373500, 142 640400, F 642700\n"
-    "name=Eva Zwei birthDate=1985-01-01 birthDateFormat=yyyy MisPunch: S 0, 131 4000, F -\n"
-    "name=Ida Drei club=Klub zu neunzehn Z. DidNotStart: S 0, F -\n"
-    "name=Max Vier club=Club A : S 0, F -\n"
-    "name=Uwe F\u00FCnf club=Club A birthDate=1960-01-01 birthDateFormat=yyyy OK: S 0, F 55400\n"
-    "D10 0\n";
+const std::string solvRead =
+    "3. Muster-OL|importedFrom=SOLV HTML \n"
+    "H10|courseLength=160000 \n"
+    "name=J\u00F6rg Muster club=OLG Beispiel birthDate=2008-01-01 birthDateFormat=yyyy "
+    "courseName=1 |"
+    "S 0, 131 3800, 95 -, 101 12000, 131 359900, 0 373500, 142 640400, F 642700||0\n"
+    "name=Eva Zwei birthDate=1985-01-01 birthDateFormat=yyyy courseName=2 |S 0, 131 4000, F -||6\n"
+    "name=Ida Drei club=Klub zu neunzehn Z. courseName=3 |S 0, F -||10\n"
+    "name=Max Vier club=Club A courseName=3 |S 0, F -||14\n"
+    "name=Uwe F\u00FCnf club=Club A birthDate=1960-01-01 birthDateFormat=yyyy courseName=3 |"
+    "S 0, F 55400||0\n"
+    "D10|\n";
 
 const std::string pirilaPage =
     "<HTML><HEAD><TITLE>Mallin rastit, 1.5.2026</TITLE></HEAD>\n"
@@ -82,72 +85,39 @@ const std::string pirilaPage =
     "Sija  Nimi                          1.      Tulos\n</PRE>\n"
     "<H3>D35   Tilanne rasteilla</H3>\n<PRE>no header\n</PRE>\n</HTML>\n";
 
-const std::string pirilaSummary =
-    "Mallin rastit, 1.5.2026 importedFrom=Pekka Piril\u00E4 \n"
-    "H21 A 0\n"
-    "name=M\u00E4tti Malli OK: S 0, 31 2600, 32 6300, F 77000\n"
-    "name=Pekka Pitkanimi-Mallinen OK: S 0, 31 8500, 32 359900, F 361300\n"
-    "name=Ville Virtanen MisPunch: S 0, 31 -, 32 7000, F -\n"
-    "name=Keijo Kesken DidNotFinish: S 0, 31 -, 32 -, F -\n"
-    "name=Veera Virhe MisPunch: S 0, 31 3000, 32 -, F -\n"
-    "name=Dan D Disqualified: S 0, 31 3000, 32 9000, F -\n"
-    "name=Kilpailun ulkopuolel : S 0, F -\n"
-    "name=Outi Ajat OK: S 0, F 93500\n"
-    "D21 0\nD35 0\n";
+const std::string pirilaRead =
+    "Mallin rastit, 1.5.2026|importedFrom=Pekka Piril\u00E4 \n"
+    "H21 A|\n"
+    "name=M\u00E4tti Malli courseName=1 |S 0, 31 2600, 32 6300, F 77000||0\n"
+    "name=Pekka Pitkanimi-Mallinen courseName=1 |S 0, 31 8500, 32 359900, F 361300||0\n"
+    "name=Ville Virtanen courseName=1 |S 0, 31 -, 32 7000, F -||6\n"
+    "name=Keijo Kesken courseName=1 |S 0, 31 -, 32 -, F -||7\n"
+    "name=Veera Virhe courseName=1 |S 0, 31 3000, 32 -, F -||6\n"
+    "name=Dan D courseName=1 |S 0, 31 3000, 32 9000, F -||8\n"
+    "name=Kilpailun ulkopuolel courseName=2 |S 0, F -||14\n"
+    "name=Outi Ajat courseName=2 |S 0, F 93500||0\n"
+    "D21|\nD35|\n";
 
 struct PageFormat {
   std::int32_t format;
   std::int32_t (LRKImport::*import)(LRKEvent&, const std::string&);
   std::int32_t invalid;
   std::string page;
-  std::string summary;
+  std::string read;
 };
 const PageFormat formats[] = {
     {LRK_IMPORT_SOLV_HTML, &LRKImport::importSOLVHTML, LRK_IMPORT_SOLV_HTML_INVALID_FORMAT,
-     solvPage, solvSummary},
+     solvPage, solvRead},
     {LRK_IMPORT_PEKKA_PIRILA_HTML, &LRKImport::importPekkaPirilaHTML,
-     LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, pirilaPage, pirilaSummary},
+     LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, pirilaPage, pirilaRead},
 };
 
 class PagesTest : public test::ImportTest {
  protected:
   std::int32_t importPage(const PageFormat& format, std::string_view page) {
-    event.closeEvent();
-    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    newEvent();
     notes.clear();
     return (importer.*format.import)(event, folder.write("page.html", page));
-  }
-
-  std::string summary() {
-    std::string text = event.name() + " " + test::setProperties(event) + "\n";
-    for (int i = 0; i < event.noOfCategories(); ++i) {
-      const auto category = event.category(i);
-      text += category->name() + " " + std::to_string(category->courseLength()) + "\n";
-      for (int k = 0; k < category->noOfRunners(); ++k) {
-        LRKRunner& runner = category->runner(k);
-        runner.courseNameSet(false);  // the event names forkings
-        text += test::setProperties(runner) + std::string(statusWord(runner.status())) + ": " +
-                test::textOf(runner.punches()) + "\n";
-      }
-    }
-    return text;
-  }
-
-  static std::string_view statusWord(enmStatus status) {
-    switch (status) {
-      case estaOK:
-        return "OK";
-      case estaMisPunch:
-        return "MisPunch";
-      case estaDidNotFinish:
-        return "DidNotFinish";
-      case estaDisqualified:
-        return "Disqualified";
-      case estaDidNotStart:
-        return "DidNotStart";
-      default:
-        return "";
-    }
   }
 };
 
@@ -156,7 +126,7 @@ TEST_F(PagesTest, ATreatedPageReadsAsTheOriginal) {
     for (const auto& [treatment, page] : treated(format.page)) {
       SCOPED_TRACE(std::to_string(format.format) + " " + treatment);
       EXPECT_EQ(importPage(format, page), 0);
-      EXPECT_EQ(summary(), format.summary);
+      EXPECT_EQ(described(event), format.read);
       EXPECT_EQ(importer.determineFileFormat(folder / "page.html"), format.format);
     }
   }
@@ -170,7 +140,7 @@ TEST_F(PagesTest, APageOfAnotherProgramIsRefused) {
     for (const std::string& page : {std::string(), lookalike, std::string("<pre>1. A</pre>"),
                                     &format == formats ? pirilaPage : solvPage}) {
       EXPECT_EQ(importPage(format, page), format.invalid);
-      EXPECT_EQ(summary(), " \n");
+      EXPECT_EQ(described(event), "|\n");
     }
   }
 }
@@ -197,7 +167,7 @@ TEST_F(PagesTest, AnOldSolvPageHasItsEventInTheFirstBlock) {
                        "<title>SOLV</title><pre><b><a href='x'>1. Stadt-OL</a>     Adorf, 1. Mai\n"
                        "2. Lauf</b>\n</pre><hr>\n<b>H10</b>\n<pre>(&nbsp;9.5&nbsp;km)\n</pre>"),
             0);
-  EXPECT_EQ(summary(), "1. Stadt-OL importedFrom=SOLV HTML \nH10 950000\n");
+  EXPECT_EQ(described(event), "1. Stadt-OL|importedFrom=SOLV HTML \nH10|courseLength=950000 \n");
 }
 
 }  // namespace

@@ -57,16 +57,14 @@ constexpr Fact facts[] = {
     {"sportsoftware_splits/missingTimes.html", 0, 8, 87, 1358},
 };
 
-TEST(SharedDataTest, ListsHoldWhatWasCounted) {
+using SharedDataTest = test::ImportTest;
+
+TEST_F(SharedDataTest, ListsHoldWhatWasCounted) {
   const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
   if (data == nullptr) GTEST_SKIP() << "no shared data";
-  const test::TempFolder folder;
   for (const Fact& fact : facts) {
     SCOPED_TRACE(fact.file);
-    LRKEvent event;
-    event.tempFilePath(folder.path());
-    ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
-    LRKImport importer;
+    newEvent();
     const std::string file = std::string(data) + "/" + std::string(fact.file);
     EXPECT_EQ(importer.import(fact.format, event, file), fact.code);
     EXPECT_EQ(event.noOfCategories(), fact.categories);
@@ -108,17 +106,14 @@ Time timeAfter(LRKEvent& event, const std::string& className, const std::string&
   return LRK_NO_TIME;
 }
 
-TEST(SharedDataTest, TeamsStandAfterEveryLegWhereTheListSays) {
+TEST_F(SharedDataTest, TeamsStandAfterEveryLegWhereTheListSays) {
   const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
   if (data == nullptr) GTEST_SKIP() << "no shared data";
-  const test::TempFolder folder;
   for (const RelayFact& fact : relayFacts) {
     SCOPED_TRACE(fact.file);
-    LRKEvent event;
-    event.tempFilePath(folder.path());
-    ASSERT_EQ(event.createNewEvent(folder / "event.lrk4"), 0);
+    newEvent();
     const std::string file = std::string(data) + "/" + std::string(fact.file);
-    ASSERT_EQ(LRKImport().import(LRK_IMPORT_AUTO, event, file), 0);
+    ASSERT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), 0);
     std::string bytes;
     XmlDocument list;
     ASSERT_TRUE(readFile(file, bytes) && list.parse(bytes));

@@ -209,8 +209,7 @@ const ListFormat formats[] = {
 class StartlistFormatsTest : public StartlistTest {
  protected:
   void renew() {
-    event.closeEvent();
-    EXPECT_EQ(event.createNewEvent(folder / "event.lrk4", true), 0);
+    newEvent();
     event.categorySortFlags(enmCategorySortFlags{});
     addCategory("H21", {{"J\u00F6rg Muster", "OLG Beispiel"}, {"Eva Berg", "OK Syd"}});
     addCategory("D10", {{"Ida Kurz", "OK Syd"}});

@@ -1,6 +1,6 @@
 #pragma once
 
-// A folder of a test's own, gone with everything in it when the test ends.
+// A folder of a test's own, gone with everything in it when the test ends, and bytes of files.
 
 #include <cstdlib>
 #include <filesystem>
@@ -48,6 +48,13 @@ class TempFolder {
 inline std::string bytesOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A number of so many bytes, the lowest first.
+inline std::string little(std::size_t value, int width) {
+  std::string bytes;
+  for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+  return bytes;
 }
 
 }  // namespace larkstone::test
