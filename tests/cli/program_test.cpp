@@ -12,7 +12,8 @@
 #include "larkstone/event/event.hpp"
 
 #include "cli/analysis_summary.hpp"
-#include "import/imported.hpp"
+#include "import/lists.hpp"
+#include "support/temp_folder.hpp"
 
 namespace larkstone {
 namespace {

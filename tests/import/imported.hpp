@@ -11,6 +11,7 @@
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/import.hpp"
 
+#include "import/lists.hpp"
 #include "support/temp_folder.hpp"
 
 namespace larkstone::test {
@@ -70,28 +71,6 @@ inline std::string utf16(std::u16string_view units, bool bigEndian) {
     bytes += bigEndian ? std::string(pair.rbegin(), pair.rend()) : pair;
   }
   return bytes;
-}
-
-/// element("Name type='x'", "A"): the name may bring attributes along.
-inline std::string element(std::string_view name, std::string_view content) {
-  std::string text = "<" + std::string(name) + ">" + std::string(content);
-  return text + "</" + std::string(name.substr(0, name.find(' '))) + ">";
-}
-
-inline std::string split(std::string_view code, std::string_view time) {
-  return element("SplitTime", element("ControlCode", code) + element("Time", time));
-}
-
-/// A list of version 3, and a class and a person in it.
-inline std::string list3(std::string_view content) {
-  return element("ResultList iofVersion='3.0' creator='C'", content);
-}
-inline std::string class3(std::string_view persons, std::string_view name = "H21") {
-  return element("ClassResult", element("Class", element("Name", name)) + std::string(persons));
-}
-inline std::string person3(std::string_view results, std::string_view name = "Eva") {
-  const std::string person = element("Person", element("Name", element("Given", name)));
-  return element("PersonResult", person + std::string(results));
 }
 
 /// What a result gives: the punches of its runner (empty: no runner) and the status.
