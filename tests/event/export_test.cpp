@@ -239,9 +239,7 @@ TEST_F(ExportTest, FailuresLeaveTheTargetAsItIs) {
   EXPECT_EQ(bytesOf(target_), "before");
   EXPECT_EQ(filesIn(folder_).size(), 3U);  // event, target, folder for working files
   EXPECT_EQ(exporter_.exportLRK3(path_, target_), 0);
-  EXPECT_TRUE(
-      bytesOf(target_).starts_with("\x0D"
-                                   "Larkstone 3.0"));
+  EXPECT_TRUE(bytesOf(target_).starts_with(hex("0D") + "Larkstone 3.0"));
 }
 
 }  // namespace

@@ -25,9 +25,7 @@ std::string blockOf(const std::vector<std::size_t>& lengths,
   std::string block = "\1H" + little(runners.size(), 2) + little(lengths.size(), 2);
   for (const std::size_t length : lengths) block += little(length, 4);
   for (const auto& times : runners) {
-    block +=
-        "\x0C"
-        "Ann , A, SWE";
+    block += little(12, 1) + "Ann , A, SWE";
     for (const std::size_t time : times) block += little(time, 3);
   }
   return block;

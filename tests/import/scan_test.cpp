@@ -126,9 +126,7 @@ TEST_F(ScanFileTest, TheEncodingOfATextIsThatOfAllItsBytes) {
   };
   constexpr Row rows[] = {
       {"", "", ""},
-      {"\xEF\xBB\xBF"
-       "a\r",
-       "a\n", "a\n"},
+      {"\uFEFFa\r", "a\n", "a\n"},
       {"\xC3\xA5\n", "å\n", "\xE5\n"},
       {"\xE5 \xC3\xA5", "å Ã¥\n", "\xE5 \xC3\xA5\n"},  // one byte tells for the others
       {"\xFF\xFE"
