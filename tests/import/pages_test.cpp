@@ -100,13 +100,16 @@ const std::string pirilaRead =
 
 struct PageFormat {
   std::int32_t format;
+  std::int32_t (LRKImport::*import)(LRKEvent&, const std::string&);
   std::int32_t invalid;
   std::string page;
   std::string read;
 };
 const PageFormat formats[] = {
-    {LRK_IMPORT_SOLV_HTML, LRK_IMPORT_SOLV_HTML_INVALID_FORMAT, solvPage, solvRead},
-    {LRK_IMPORT_PEKKA_PIRILA_HTML, LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, pirilaPage, pirilaRead},
+    {LRK_IMPORT_SOLV_HTML, &LRKImport::importSOLVHTML, LRK_IMPORT_SOLV_HTML_INVALID_FORMAT,
+     solvPage, solvRead},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, &LRKImport::importPekkaPirilaHTML,
+     LRK_IMPORT_PEKKA_PIRILA_INVALID_FORMAT, pirilaPage, pirilaRead},
 };
 
 class PagesTest : public test::ImportTest {
@@ -114,7 +117,7 @@ class PagesTest : public test::ImportTest {
   std::int32_t importPage(const PageFormat& format, std::string_view page) {
     newEvent();
     notes.clear();
-    return importer.import(format.format, event, folder.write("page.html", page));
+    return (importer.*format.import)(event, folder.write("page.html", page));
   }
 };
 
