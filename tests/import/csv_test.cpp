@@ -200,6 +200,17 @@ TEST_F(CsvTest, SiManCardsAreGroupedByTheirControls) {
   EXPECT_EQ(runner(0, 0).status(), estaDidNotFinish);
 }
 
+// "Eva: 1 3600000, 31 3606000" per runner, those of a category between semicolons.
+std::string runnersOf(const LRKCategory& category) {
+  std::string text = category.name() + " -";
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    const LRKRunner& runner = category.runner(i);
+    text += ' ' + runner.name() + " (" + runner.relayTeam() + ", " + runner.club() + ", " +
+            std::to_string(runner.status()) + "): " + test::textOf(runner.punches()) + ';';
+  }
+  return text;
+}
+
 TEST_F(CsvTest, RelayRowsOfRunnersAreGatheredByTeam) {
   // In a language that nobody knows.
   EXPECT_EQ(importCsv("OS0016a;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;A;B;C;Kombination;"
@@ -213,24 +224,21 @@ TEST_F(CsvTest, RelayRowsOfRunnersAreGatheredByTeam) {
                       ";8;;0;2;1;Gran;Gy;;;1:10:00;;;1;;;;;Nord;1;H;;;;;B;;;;x;;3;;;31;0:01:00;;\n"
                       ";8;;0;0;1;No;Leg;;;;;;;;;;;Nord;1;H;;;;;;\n"),
             0);
+  EXPECT_EQ(event.importedFrom(), "OS200x");
+  ASSERT_EQ(event.noOfCategories(), 3);
   // Who mispunched hands over without a time; controls stand in the order of their times.
-  EXPECT_EQ(
-      test::described(event),
-      "|importedFrom=OS200x \nH whole legs|ID=1 noOfRelayLegs=2 \n"
-      "name=OK Syd 2 clubID=5 club=OK Syd relayTeamID=7 relayTeam=OK Syd 2 |"
-      "S 360000, 31 432000, F 600000||0\n"
-      "name=Nord club=Nord relayTeamID=8 relayTeam=Nord |S 360000, 31 -, F -||6\n"
-      "H 1 common controls|ID=1 noOfRelayLegs=2 \n"
-      "firstName=Fi lastName=Fors clubID=5 club=OK Syd relayLeg=1 relayTeamID=7 relayTeam=OK Syd 2 "
-      "courseName=B y |S 360000, 33 420000, 32 426000, F 432000||0\n"
-      "firstName=Ed lastName=Ek club=Nord relayLeg=1 relayTeamID=8 relayTeam=Nord courseName=B y |"
-      "S 360000, 33 432000, F 450000||6\n"
-      "H 2 common controls|ID=1 noOfRelayLegs=2 courseLength=210000 \n"
-      "firstName=Di lastName=Dahl clubID=5 club=OK Syd relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 "
-      "courseName=B x courseLength=210000 |S 420000, 31 480000, F 600000||0\n"
-      "firstName=Gy lastName=Gran club=Nord relayLeg=2 relayTeamID=8 relayTeam=Nord "
-      "courseName=B x |S 420000, F -||10\n");
+  EXPECT_EQ(runnersOf(*event.category(0)),
+            "H whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 360000, 31 432000, F 600000; "
+            "Nord (Nord, Nord, 6): S 360000, 31 -, F -;");
+  EXPECT_EQ(runnersOf(*event.category(1)),
+            "H 1 common controls - Fi Fors (OK Syd 2, OK Syd, 0): S 360000, 33 420000, 32 426000, "
+            "F 432000; Ed Ek (Nord, Nord, 6): S 360000, 33 432000, F 450000;");
+  EXPECT_EQ(runnersOf(*event.category(2)),
+            "H 2 common controls - Di Dahl (OK Syd 2, OK Syd, 0): S 420000, 31 480000, "
+            "F 600000; "
+            "Gy Gran (Nord, Nord, 10): S 420000, F -;");
   EXPECT_EQ(runner(0, 0).resultPlace(), 1);
+  EXPECT_EQ(runner(2, 0).courseName(), "B x");
   EXPECT_THAT(told,
               ElementsAre("no leg of a relay \"0\"", "punch outside the leg at control \"31\""));
 }
@@ -244,18 +252,15 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
                        "0;3;1;;;;;;;;;;;;4;\n"
                        ";7;;;;;;;;;;;;;;;;;;;H;Herrar;\n;7;;Nord;;;;;1;;;;;;;;;;;;D;Damer;\n;7;\n"),
       0);
-  EXPECT_EQ(
-      test::described(event),
-      "|importedFrom=OS200x \nHerrar whole legs|ID=1 noOfRelayLegs=2 \n"
-      "name=OK Syd 2 clubID=5 club=OK Syd relayTeamID=7 relayTeam=OK Syd 2 |"
-      "S 0, 31 90000, F 150000||0\n"
-      "Herrar 1 common controls|ID=1 noOfRelayLegs=2 \n"
-      "ID=9 cCardID=12 firstName=Ed lastName=Ek clubID=5 club=OK Syd relayLeg=1 relayTeamID=7 "
-      "relayTeam=OK Syd 2 |S 0, F 90000||0\n"
-      "Herrar 2 common controls|ID=1 noOfRelayLegs=2 \n"
-      "firstName=Di lastName=Dal clubID=5 club=OK Syd gender=2 birthDate=2004-01-01 "
-      "birthDateFormat=YYYY relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 |S 90000, F 150000||0\n"
-      "Damer whole legs|noOfRelayLegs=0 \nname=Nord relayTeamID=7 relayTeam=Nord |S 0, F -||10\n");
+  EXPECT_THAT(test::categoryNames(event),
+              ElementsAre("Herrar whole legs", "Herrar 1 common controls",
+                          "Herrar 2 common controls", "Damer whole legs"));
+  EXPECT_EQ(runnersOf(*event.category(0)),
+            "Herrar whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 0, 31 90000, F 150000;");
+  EXPECT_EQ(test::setProperties(runner(2, 0)),
+            "firstName=Di lastName=Dal clubID=5 club=OK Syd gender=2 birthDate=2004-01-01 "
+            "birthDateFormat=YYYY relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 ");
+  EXPECT_EQ(runner(3, 0).name(), "Nord");
   EXPECT_THAT(told, ElementsAre("too few fields", "team stands twice in the list"));
 }
 
