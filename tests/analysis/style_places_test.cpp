@@ -37,6 +37,14 @@ TEST(StylePlacesTest, OnlyTheStylesAskedForGetPlaces) {
     EXPECT_EQ(course.noOfQualifiedRunners(2, elstPassingEnd), 2);
   }
   EXPECT_EQ(places(course, 2, elstPassingEndAllowMissingPunches), (Ints{2, 1, 4, 3}));
+  // B and D stand behind the others by passing times, which is no place.
+  const auto shown = [&](enmLegStyle style) {
+    return ofRunners(course, [=](const LRKRunner& r) { return r.hasPlace(2, style) ? 1 : 0; });
+  };
+  EXPECT_EQ(shown(elstPassingEnd), (Ints{1, 0, 1, 0}));
+  EXPECT_EQ(shown(elstPassingEndAllowMissingPunches), (Ints{1, 1, 1, 1}));
+  course = courseWithMissingPunches(0);
+  EXPECT_EQ(shown(elstPassingEnd), (Ints{0, 0, 0, 0}));
 }
 
 TEST(StylePlacesTest, AStartAtMidnightCountsALegWithoutTimeDoesNot) {
@@ -48,7 +56,10 @@ TEST(StylePlacesTest, AStartAtMidnightCountsALegWithoutTimeDoesNot) {
   EXPECT_EQ(places(course, 0, elstPassingBegin), (Ints{1, 2}));
   for (const enmLegStyle style : {elstPassingEnd, elstTotal, elstLeg}) {
     EXPECT_EQ(places(course, 0, style), (Ints{2, 1}));
+    EXPECT_FALSE(course.runner(0).hasPlace(0, style));
+    EXPECT_TRUE(course.runner(1).hasPlace(0, style));
   }
+  EXPECT_TRUE(course.runner(0).hasPlace(0, elstPassingBegin));
 }
 
 // With increasing times the derived places are those of a ranking of their own.

@@ -24,7 +24,8 @@ void computeLegStatistics(Calculation& calculation) {
   LegMajorTable<std::int16_t>& places = calculation.places(elstLeg);
   LegRanking ranking;
   for (int i = 0; i < calculation.noOfLegs; ++i) {
-    calculation.statistics(i, elstLeg) = ranking.rank(times.leg(i), 1, places.leg(i));
+    calculation.statistics(i, elstLeg) =
+        ranking.rank(times.leg(i), LRKRunner::lowestRankedTime(elstLeg), places.leg(i));
     calculation.tables.sortedTimes[static_cast<std::size_t>(i)] = ranking.sortedTimes();
     calculation.progress.report(1, i + 1, calculation.noOfLegs);
   }

@@ -15,11 +15,6 @@ enmLegStyle allowingMissingPunches(enmLegStyle strict) {
   return static_cast<enmLegStyle>(strict + 3);
 }
 
-// A runner may pass the start at midnight.
-Time lowestTime(enmLegStyle style) {
-  return style == elstPassingBegin || style == elstPassingBeginAllowMissingPunches ? 0 : 1;
-}
-
 std::vector<enmLegStyle> stylesToRank(const Calculation& calculation,
                                       enmCourseCalculationFlags flags) {
   std::vector<enmLegStyle> styles;
@@ -47,8 +42,9 @@ void rankStyles(Calculation& calculation, const std::vector<enmLegStyle>& styles
   LegRanking ranking;
   for (int i = 0; i < calculation.noOfLegs; ++i) {
     for (const enmLegStyle style : styles) {
-      calculation.statistics(i, style) = ranking.rank(
-          calculation.times(style).leg(i), lowestTime(style), calculation.places(style).leg(i));
+      calculation.statistics(i, style) =
+          ranking.rank(calculation.times(style).leg(i), LRKRunner::lowestRankedTime(style),
+                       calculation.places(style).leg(i));
     }
     computeIdealTime(calculation, i);
     calculation.progress.report(6, i + 1, calculation.noOfLegs);

@@ -103,10 +103,21 @@ class LRKRunner {
   Time timeLoss(int legNo, enmLegStyle style) const;
   void timeLoss(int legNo, enmLegStyle style, Time loss);
 
-  /// Results by leg as the analysis stored them.
+  /// Results by leg as the analysis stored them. A runner without a valid time for the style has a
+  /// place behind all others, which only orders: hasPlace() tells whether it is one to be shown.
   int place(int legNo, enmLegStyle style) const { return leg(legNo).place[style]; }
   void place(int legNo, enmLegStyle style, int place) {
     leg(legNo).place[style] = static_cast<std::int16_t>(place);
+  }
+  /// Whether the place on the leg is a place: it was worked out, and the time is valid for it.
+  bool hasPlace(int legNo, enmLegStyle style) const {
+    const Time ranked = time(legNo, style);
+    return place(legNo, style) > 0 && !isDisq(ranked) && ranked >= lowestRankedTime(style);
+  }
+  /// The least time that gets a place: no leg takes no time, but a runner may begin one at
+  /// midnight.
+  static constexpr Time lowestRankedTime(enmLegStyle style) {
+    return style == elstPassingBegin || style == elstPassingBeginAllowMissingPunches ? 0 : 1;
   }
   /// Styles elstLeg and elstTotal; 0 for others.
   float performanceIndex(int legNo, enmLegStyle style) const {
