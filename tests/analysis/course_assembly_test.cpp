@@ -76,6 +76,44 @@ TEST(CourseAssemblyTest, AcceptsRunnersByThePolicy) {
   }
 }
 
+TEST(CourseAssemblyTest, LegsThatWereRunTwiceAreFoundTwice) {
+  struct Row {
+    const char* course;  // of the first runner
+    const char* run;
+    Ints punches;
+  };
+  const Row rows[] = {
+      // Both loops begin with 50-1.
+      {"S-50-1-2-50-1-3-50-9-F",
+       "S-50-1-3-50-1-2-50-9-F",
+       {0, 1, 1, 2, 5, 6, 6, 7, 4, 5, 2, 3, 3, 4, 7, 8, 8, 9}},
+      // The hub is the last control too, so 1 behind it acts as a finish: only where 50-1 is gone.
+      {"S-50-1-2-50-1-3-50-F",
+       "S-50-1-3-50-1-2-50-F",
+       {0, 1, 1, 2, 5, 6, 6, 7, 4, 5, 2, 3, 3, 4, 7, 8}},
+      // A loop run twice, one lap behind the other loop or in front of it.
+      {"S-50-1-50-2-50-1-50-9-F",
+       "S-50-1-50-1-50-2-50-9-F",
+       {0, 1, 1, 2, 2, 3, 5, 6, 6, 7, 3, 4, 4, 5, 7, 8, 8, 9}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.run);
+    LRKCourse course = categoryOf({row.course, row.run}).toCourse(erqlExactlyAll, true, false);
+    ASSERT_EQ(course.noOfRunners(), 2);
+    EXPECT_FALSE(course.runner(0).rearrangementValueUsed());
+    EXPECT_TRUE(course.runner(1).rearrangementValueUsed());
+    EXPECT_EQ(punchIndices(course.runner(1)), row.punches);
+    course.calculate();
+    const int last = course.noOfLegs() - 1;
+    EXPECT_EQ(course.runner(1).time(last, elstTotal), (last + 1) * 6000);
+  }
+  // The same for legs that stand for loops: each lap is another one.
+  LRKCourse course = emptyCourse("S-50-50-50-F", erqlAll);
+  course.setRunnerAdditionStyle(erqlAll, true, true);
+  ASSERT_TRUE(course.addRunner(runner("S-50-1-50-2-3-50-F")));
+  EXPECT_EQ(punchIndices(course.runner(0)), (Ints{0, 1, 1, 3, 3, 6, 6, 7}));
+}
+
 TEST(CourseAssemblyTest, AForkIsMergedIntoOneLegThatKnowsItsControls) {
   LRKCourse course = emptyCourse("S-31-35-F", erqlAll);
   course.runnerAdditionStyleAllowMerging(true);

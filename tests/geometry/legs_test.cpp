@@ -170,7 +170,7 @@ TEST(LegFinderTest, TriesOwnCodesThenTheSubstitutesInTwoPasses) {
   LRKLegs runner = legs("97-31-40-99-31-32");
   const LRKCodes start = codes("99-97");
   const LRKCodes finish = codes("98");
-  LegFinder finder(course, runner, start, finish);
+  LegFinder finder(course, runner, start, finish, TakenLegs::endTheSearch);
   // Behind leg 1 the first substitute is met at leg 3, ahead of the one at the beginning.
   const LegMatch behind = finder.findLeg(0, 1, true);
   EXPECT_EQ(behind.first, 3);
@@ -185,6 +185,20 @@ TEST(LegFinderTest, TriesOwnCodesThenTheSubstitutesInTwoPasses) {
   EXPECT_FALSE(finder.findLeg(0, -1, false));
 }
 
+// The run of legs that a walk over the list finds.
+LegMatch walk(const LRKLegs& run, Code begin, Code end, int offset, bool isSingle,
+              TakenLegs takenLegs) {
+  for (int first = offset; first < run.count(); ++first) {
+    if (run.beginCode(first) != begin || (isSingle && run.endCode(first) != end)) continue;
+    const int last = isSingle ? first : run.endCodeIndex(end, first);
+    bool isTaken = false;
+    for (int i = first; i <= last; ++i) isTaken = isTaken || run.marked(i);
+    if (last >= 0 && !isTaken) return {first, last, false};
+    if (takenLegs == TakenLegs::endTheSearch) break;
+  }
+  return {};
+}
+
 TEST(LegFinderTest, FindsInLongListsWhatAWalkFinds) {
   std::mt19937 random(7);
   const auto randomLegs = [&random](int count) {
@@ -192,30 +206,26 @@ TEST(LegFinderTest, FindsInLongListsWhatAWalkFinds) {
     for (int i = 0; i <= count; ++i) list.add(static_cast<Code>(31 + random() % 9));
     return list.toLegs();
   };
-  for (const int length : {30, 99, 100, 400}) {
-    SCOPED_TRACE(length);
-    const LRKLegs wanted = randomLegs(300);
-    LRKLegs run = randomLegs(length);
-    const LRKCodes none;
-    LegFinder finder(wanted, run, none, none);
-    LRKLegs marks = run;
-    for (int i = 0; i < wanted.count(); ++i) {
-      const int behind = static_cast<int>(random() % static_cast<unsigned>(length)) - 1;
-      const Code begin = wanted.beginCode(i);
-      const Code end = wanted.endCode(i);
-      const LegMatch leg = finder.findLeg(i, behind, false);
-      const LegMatch several = finder.findRun(i, behind, false);
-      LRKLegs trial = marks;
-      EXPECT_EQ(leg.first, trial.legExistsAndMark(begin, end, behind + 1));
-      int first = -1;
-      int last = -1;
-      trial = marks;
-      trial.legSequenceExistsAndMark(first, last, begin, end, behind + 1);
-      EXPECT_EQ(several.first, first);
-      EXPECT_EQ(several.last, last);
-      if (i % 3 != 0) continue;
-      finder.take(several);
-      marks = run;
+  const LRKCodes none;
+  for (const auto takenLegs : {TakenLegs::endTheSearch, TakenLegs::arePassedOver}) {
+    for (const int length : {30, 99, 100, 400}) {
+      SCOPED_TRACE(length);
+      const LRKLegs wanted = randomLegs(300);
+      LRKLegs run = randomLegs(length);
+      LegFinder finder(wanted, run, none, none, takenLegs);
+      for (int i = 0; i < wanted.count(); ++i) {
+        const int behind =
+            i % 4 == 0 ? -1 : static_cast<int>(random() % static_cast<unsigned>(length)) - 1;
+        const LegMatch found[] = {finder.findLeg(i, behind, false),
+                                  finder.findRun(i, behind, false)};
+        for (const bool isSingle : {true, false}) {
+          const LegMatch expected =
+              walk(run, wanted.beginCode(i), wanted.endCode(i), behind + 1, isSingle, takenLegs);
+          EXPECT_EQ(found[isSingle ? 0 : 1].first, expected.first);
+          EXPECT_EQ(found[isSingle ? 0 : 1].last, expected.last);
+        }
+        if (i % 3 == 0) finder.take(found[i % 2]);
+      }
     }
   }
 }

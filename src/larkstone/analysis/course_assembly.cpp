@@ -28,7 +28,8 @@ class CourseMapping {
   CourseMapping(const LRKCourse& course, LRKLegs& runnerLegs)
       : course_(course),
         run_(runnerLegs),
-        finder_(course.legs(), runnerLegs, course.codesEqualToStart(), course.codesEqualToFinish()),
+        finder_(course.legs(), runnerLegs, course.codesEqualToStart(), course.codesEqualToFinish(),
+                TakenLegs::arePassedOver),
         allowRearrangement_(course.runnerAdditionStyleAllowRearrangement()),
         allowMerging_(course.runnerAdditionStyleAllowMerging()) {}
 

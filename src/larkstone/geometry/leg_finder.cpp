@@ -1,6 +1,8 @@
 #include "larkstone/geometry/leg_finder.hpp"
 
 #include <algorithm>
+#include <bit>
+#include <numeric>
 
 namespace larkstone {
 
@@ -33,11 +35,28 @@ LegMatch inTwoPasses(int behind, const LRKCodes& codes, Code last, SearchUnder s
 
 }  // namespace
 
-void LegFinder::Positions::sort() { std::sort(entries_.begin(), entries_.end()); }
+void LegFinder::Positions::sort() {
+  std::sort(entries_.begin(), entries_.end());
+  next_.resize(entries_.size() + 1);
+  std::iota(next_.begin(), next_.end(), std::uint32_t{0});
+}
 
-int LegFinder::Positions::first(std::uint32_t key, int offset) const {
+std::size_t LegFinder::Positions::placeOf(std::uint32_t key, int offset) const {
   const auto found = std::lower_bound(entries_.begin(), entries_.end(), entryOf(key, offset));
-  return found == entries_.end() || *found >> 32 != key ? -1 : static_cast<int>(*found & 0xFFFF);
+  return static_cast<std::size_t>(found - entries_.begin());
+}
+
+int LegFinder::Positions::first(std::uint32_t key, int offset) {
+  std::size_t place = placeOf(key, offset);
+  while (next_[place] != place) place = next_[place] = next_[next_[place]];
+  return place == entries_.size() || entries_[place] >> 32 != key
+             ? -1
+             : static_cast<int>(entries_[place] & 0xFFFF);
+}
+
+void LegFinder::Positions::drop(std::uint32_t key, int position) {
+  const std::size_t place = placeOf(key, position);
+  next_[place] = static_cast<std::uint32_t>(place + 1);
 }
 
 LegFinder::Index::Index(const LRKLegs& list) {
@@ -51,57 +70,70 @@ LegFinder::Index::Index(const LRKLegs& list) {
 }
 
 LegFinder::LegFinder(const LRKLegs& wanted, LRKLegs& searched, const LRKCodes& codesEqualToStart,
-                     const LRKCodes& codesEqualToFinish)
+                     const LRKCodes& codesEqualToFinish, TakenLegs takenLegs)
     : wanted_(wanted),
       searched_(searched),
       codesEqualToStart_(codesEqualToStart),
       codesEqualToFinish_(codesEqualToFinish),
+      passesOver_(takenLegs == TakenLegs::arePassedOver),
       taken_(static_cast<std::size_t>(searched.count()) / wordBits + 1) {
   searched.unmarkLegs();
 }
 
-const LegFinder::Index* LegFinder::index() {
+LegFinder::Index* LegFinder::index() {
   if (searched_.count() < longList) return nullptr;
-  if (!index_) index_.emplace(searched_);
+  if (!index_) {
+    index_.emplace(searched_);
+    for (int i = 0; passesOver_ && i < searched_.count(); ++i) {
+      if (searched_.marked(i)) drop(i);
+    }
+  }
   return &*index_;
+}
+
+void LegFinder::drop(int leg) {
+  index_->legs.drop(keyOf(searched_.beginCode(leg), searched_.endCode(leg)), leg);
 }
 
 // A runner on the course runs its legs one after the other: mostly the next one is wanted.
 int LegFinder::legIndex(Code beginCode, Code endCode, int offset) {
   if (offset < searched_.count() && searched_.beginCode(offset) == beginCode &&
-      searched_.endCode(offset) == endCode) {
+      searched_.endCode(offset) == endCode && !searched_.marked(offset)) {
     return offset;
   }
-  const Index* index = this->index();
-  return index != nullptr ? index->legs.first(keyOf(beginCode, endCode), offset)
-                          : searched_.legIndex(beginCode, endCode, offset);
+  if (Index* index = this->index()) return index->legs.first(keyOf(beginCode, endCode), offset);
+  int found = searched_.legIndex(beginCode, endCode, offset);
+  while (passesOver_ && found >= 0 && searched_.marked(found)) {
+    found = searched_.legIndex(beginCode, endCode, found + 1);
+  }
+  return found;
 }
 
 int LegFinder::beginCodeIndex(Code beginCode, int offset) {
   if (offset < searched_.count() && searched_.beginCode(offset) == beginCode) return offset;
-  const Index* index = this->index();
+  Index* index = this->index();
   return index != nullptr ? index->beginCodes.first(keyOf(beginCode), offset)
                           : searched_.beginCodeIndex(beginCode, offset);
 }
 
 int LegFinder::endCodeIndex(Code endCode, int offset) {
   if (offset < searched_.count() && searched_.endCode(offset) == endCode) return offset;
-  const Index* index = this->index();
+  Index* index = this->index();
   return index != nullptr ? index->endCodes.first(keyOf(endCode), offset)
                           : searched_.endCodeIndex(endCode, offset);
 }
 
-bool LegFinder::anyTaken(int first, int last) const {
+int LegFinder::lastTaken(int first, int last) const {
   const auto bits = [](int count) { return (std::uint64_t{1} << count) - 1; };
   const int firstWord = first / wordBits;
   const int lastWord = last / wordBits;
-  for (int word = firstWord; word <= lastWord; ++word) {
+  for (int word = lastWord; word >= firstWord; --word) {
     std::uint64_t taken = taken_[static_cast<std::size_t>(word)];
     if (word == firstWord) taken &= ~bits(first % wordBits);
     if (word == lastWord) taken &= bits(last % wordBits) << 1 | 1;
-    if (taken != 0) return true;
+    if (taken != 0) return word * wordBits + static_cast<int>(std::bit_width(taken)) - 1;
   }
-  return false;
+  return -1;
 }
 
 LegMatch LegFinder::searchLeg(Code beginCode, Code endCode, int offset) {
@@ -111,10 +143,21 @@ LegMatch LegFinder::searchLeg(Code beginCode, Code endCode, int offset) {
 }
 
 LegMatch LegFinder::searchRun(Code beginCode, Code endCode, int offset) {
-  const int first = beginCodeIndex(beginCode, offset);
-  const int last = first < 0 ? -1 : endCodeIndex(endCode, first);
-  if (last < 0) return {};
-  return anyTaken(first, last) ? LegMatch{} : LegMatch{first, last, false};
+  const std::uint32_t key = keyOf(beginCode, endCode);
+  const auto known = freeRunsFrom_.find(key);
+  const int allTakenBefore = known == freeRunsFrom_.end() ? 0 : known->second;
+  int first = beginCodeIndex(beginCode, std::max(offset, allTakenBefore));
+  while (first >= 0) {
+    const int last = endCodeIndex(endCode, first);
+    if (last < 0) return {};
+    const int taken = lastTaken(first, last);
+    if (taken < 0) return {first, last, false};
+    if (!passesOver_) return {};
+    // Any run from here to the taken leg ends where this one does.
+    if (offset <= allTakenBefore) freeRunsFrom_[key] = taken + 1;
+    first = beginCodeIndex(beginCode, taken + 1);
+  }
+  return {};
 }
 
 LegMatch LegFinder::findLeg(int legNo, int lastMatch, bool allowRearrangement) {
@@ -156,6 +199,7 @@ void LegFinder::take(const LegMatch& match) {
   for (int i = match.first; i <= match.last; ++i) {
     searched_.marked(i, true);
     taken_[static_cast<std::size_t>(i / wordBits)] |= std::uint64_t{1} << i % wordBits;
+    if (passesOver_ && index_) drop(i);
   }
 }
 

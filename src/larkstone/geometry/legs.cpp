@@ -185,7 +185,8 @@ LRKLegs LRKLegs::commonLegs(LRKLegs& legsToCompare, bool allowRearrangement,
 bool LRKLegs::legsMatch(LRKLegs& legsToMatch, enmRequiredLegs requiredLegs, bool allowMerging,
                         bool allowRearrangement, const LRKCodes& codesEqualToStart,
                         const LRKCodes& codesEqualToFinish) const {
-  LegFinder finder(*this, legsToMatch, codesEqualToStart, codesEqualToFinish);
+  LegFinder finder(*this, legsToMatch, codesEqualToStart, codesEqualToFinish,
+                   TakenLegs::endTheSearch);
   int position = -1;
   int matched = 0;
   for (int i = 0; i < count(); ++i) {
