@@ -422,6 +422,27 @@ TEST_F(ProgramTest, CoursesRunAndCoursesThatFit) {
   EXPECT_EQ(run("courses -c None " + list).exitCode, 1);
 }
 
+TEST_F(ProgramTest, LoopsInAnyOrderKeepAllTheirLegs) {
+  // A control a minute, then the rest of the quarter of an hour to the finish: in either order.
+  const std::string list = folder_.write(
+      "loops.xml",
+      test::list3(
+          listOf("Shared leg", {{50, 1, 2, 50, 1, 3, 50, 9}, {50, 1, 3, 50, 1, 2, 50, 9}}) +
+          listOf("Hub last", {{50, 1, 2, 50, 1, 3, 50}, {50, 1, 3, 50, 1, 2, 50}}) +
+          listOf("Two laps", {{50, 1, 50, 2, 50, 1, 50, 9}, {50, 1, 50, 1, 50, 2, 50, 9}})));
+  const std::pair<const char*, const char*> rows[] = {
+      {"'Shared leg'", "1\tEva\t+0\t1\t1\t1\t1\t1\t1\t1\t1\t7\tEva"},
+      {"'Hub last'", "1\tEva\t+0\t1\t1\t1\t1\t1\t1\t1\t8\tEva"},
+      {"'Two laps'", "1\tEva\t+0\t1\t1\t1\t1\t1\t1\t1\t1\t7\tEva"},
+  };
+  for (const auto& [category, line] : rows) {
+    const std::string table = run("table --text -c " + std::string(category) + " " + list).out;
+    const auto first = table.find(line);
+    EXPECT_NE(first, std::string::npos) << category;
+    EXPECT_NE(table.find(line, first + 1), std::string::npos) << category;
+  }
+}
+
 TEST_F(ProgramTest, RunnersAreFoundByTheirProperties) {
   struct Row {
     int line;
