@@ -146,6 +146,13 @@ TEST(TimeTest, SexagesimalTextsReadGroupsFromTheRight) {
   EXPECT_EQ(sexagesimalTextToTime(""), LRK_NO_TIME);
   EXPECT_EQ(sexagesimalTextToTime("99.99.99.99.99"), LRK_NO_TIME);
   EXPECT_EQ(sexagesimalTextToTime(std::string(5000, '9')), LRK_NO_TIME);
+  // Zeros in front change nothing, however many there are.
+  std::string zeros;
+  for (int i = 0; i < 5000; ++i) zeros += "0:";
+  EXPECT_EQ(sexagesimalTextToTime(zeros + "1:02:03"), 372300);
+  EXPECT_EQ(sexagesimalTextToTime(std::string(5000, '0') + "7"), 700);
+  EXPECT_EQ(sexagesimalTextToTime("1" + std::string(5000, '0')), LRK_NO_TIME);
+  EXPECT_EQ(sexagesimalTextToTime("1:" + zeros + "0"), LRK_NO_TIME);
 }
 
 TEST(TimeTest, TellsTimesFromOtherText) {

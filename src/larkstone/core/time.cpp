@@ -222,21 +222,23 @@ Time sexagesimalTextToTime(std::string_view text) {
   if (const auto dash = text.find('-'); dash != std::string_view::npos) {
     text.remove_prefix(dash + 1);
   }
-  double total = 0;
-  double weight = 100;
-  double value = 0;
-  double scale = 1;
+  // All but the total stop at a number that is too large already, whatever comes in front of it.
+  constexpr std::int64_t enough = LRK_NO_TIME + 1;
+  std::int64_t total = 0;
+  std::int64_t weight = 100;
+  std::int64_t value = 0;
+  std::int64_t scale = 1;
   bool inGroup = false;
   for (std::size_t i = text.size() + 1; i-- > 0;) {
     const char c = i == 0 ? ' ' : text[i - 1];
     if (isDigit(c)) {
-      value += (c - '0') * scale;
-      scale *= 10;
+      value = std::min(value + (c - '0') * scale, enough);
+      scale = std::min(scale * 10, enough);
       inGroup = true;
     } else if (inGroup) {
       total += value * weight;
       if (total > LRK_NO_TIME) return LRK_NO_TIME;
-      weight *= 60;
+      weight = std::min(weight * 60, enough);
       value = 0;
       scale = 1;
       inGroup = false;
