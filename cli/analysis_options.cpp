@@ -228,9 +228,10 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
                                             const AnalysisOptions& options,
                                             const CommonOptions& common) {
   CourseChoice choice = courseFromText(options.courseLegs, category).value_or(CourseChoice{});
-  auto course = std::make_unique<LRKCourse>(
-      category.toCourse(options.requiredLegs, options.rearrange || choice.allowRearrangement,
-                        options.merge || choice.allowMerging, choice.legs));
+  choice.allowRearrangement = choice.allowRearrangement || options.rearrange;
+  choice.allowMerging = choice.allowMerging || options.merge;
+  auto course =
+      std::make_unique<LRKCourse>(toCourse(category, options.requiredLegs, std::move(choice)));
   if (options.accuracy >= 0) course->timeAccuracy(static_cast<enmTimeAccuracy>(options.accuracy));
   course->timeLossCalculationMethod(options.timeLossMethod);
   course->timeLossConditionTime(roundHalfEven(options.timeLossSeconds * 100));

@@ -8,6 +8,8 @@
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/time.hpp"
 
+#include "cli/analysis_options.hpp"
+#include "cli/forkings.hpp"
 #include "cli/stages.hpp"
 
 namespace larkstone::cli {
@@ -78,6 +80,20 @@ int finishersOf(const LRKCategory& category) {
   return finishers;
 }
 
+// How many of the category are not on its course, and why: "3: 2 no controls, 1 other legs".
+std::string offCourseText(const LRKCategory& category, const LRKCourse& course) {
+  const std::vector<const LRKRunner*> refused = refusedRunners(category, course);
+  if (refused.empty()) return none;
+  const auto withControls = std::count_if(
+      refused.begin(), refused.end(), [](const LRKRunner* runner) { return hasControls(*runner); });
+  const auto others = static_cast<std::ptrdiff_t>(refused.size()) - withControls;
+  const std::string all = std::to_string(refused.size()) + ": ";
+  if (withControls == 0) return all + "no controls";
+  if (others == 0) return all + "other legs";
+  return all + std::to_string(others) + " no controls, " + std::to_string(withControls) +
+         " other legs";
+}
+
 // In characters: every byte that does not continue one.
 std::size_t widthOf(const std::string& utf8) {
   return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
@@ -89,7 +105,7 @@ std::size_t widthOf(const std::string& utf8) {
 
 SummaryTable::SummaryTable()
     : lines_{{"Category", "Runners", "OK", "Best", "Ideal", "Mean loss", "Costliest leg",
-              "Loss there"}} {}
+              "Loss there", "Not on the course"}} {}
 
 void SummaryTable::add(const LRKCourse& course, const LRKCategory& category) {
   // Times are shown to the second at least: a mean of whole minutes has seconds.
@@ -110,12 +126,14 @@ void SummaryTable::add(const LRKCourse& course, const LRKCategory& category) {
       line[7] = meanText(losses.onLeg(worst), losses.finishers(), accuracy);
     }
   }
+  line[8] = offCourseText(category, course);
   lines_.push_back(std::move(line));
 }
 
 // Texts stand to the left, numbers to the right.
 void SummaryTable::write(Output& output) const {
-  constexpr int legColumn = 6;
+  constexpr std::size_t legColumn = 6;
+  constexpr std::size_t lastColumn = columns - 1;
   std::array<std::size_t, columns> width{};
   for (const Line& line : lines_) {
     for (std::size_t i = 0; i < columns; ++i) width[i] = std::max(width[i], widthOf(line[i]));
@@ -124,8 +142,14 @@ void SummaryTable::write(Output& output) const {
     std::string text;
     for (std::size_t i = 0; i < columns; ++i) {
       const std::string padding(width[i] - widthOf(line[i]), ' ');
-      const bool toTheLeft = i == 0 || i == legColumn;
-      text += (i == 0 ? "" : "  ") + (toTheLeft ? line[i] + padding : padding + line[i]);
+      text += i == 0 ? "" : "  ";
+      if (i == lastColumn) {
+        text += line[i];
+      } else if (i == 0 || i == legColumn) {
+        text += line[i] + padding;
+      } else {
+        text += padding + line[i];
+      }
     }
     output.write(text + "\n");
   }

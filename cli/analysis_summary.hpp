@@ -14,7 +14,8 @@
 namespace larkstone::cli {
 
 /// Collects a line per category and writes them when all are there, in columns as wide as they
-/// need. Only the ideal and best leg times and the time loss of a calculation are looked at.
+/// need; the last tells who of the category is not on the course. Only the ideal and best leg times
+/// and the time loss of a calculation are looked at.
 class SummaryTable {
  public:
   SummaryTable();
@@ -23,7 +24,7 @@ class SummaryTable {
   void write(Output& output) const;
 
  private:
-  static constexpr int columns = 8;
+  static constexpr int columns = 9;
   using Line = std::array<std::string, columns>;
 
   std::vector<Line> lines_;

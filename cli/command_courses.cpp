@@ -15,6 +15,7 @@
 
 #include "cli/analysis_json.hpp"
 #include "cli/analysis_options.hpp"
+#include "cli/course_choice.hpp"
 #include "cli/event_input.hpp"
 #include "cli/forkings.hpp"
 #include "cli/interrupt.hpp"
@@ -71,12 +72,14 @@ class CoursesOfCategory {
 
   std::vector<Sequence> sequences_;  // in the order of first appearance
   std::vector<Sequence> forkings_;
+  int template_ = 0;       // who of the determinator's runners ran what most ran
   LRKCategory oneOfEach_;  // one runner per sequence
   LRKCourseDeterminator determinator_;
 };
 
 CoursesOfCategory::CoursesOfCategory(const LRKCategory& category)
-    : sequences_(sequencesOf(category)), forkings_(sequences_) {
+    : sequences_(sequencesOf(category, [](const LRKRunner&) { return true; })),
+      forkings_(sequences_) {
   std::stable_sort(forkings_.begin(), forkings_.end(),
                    [](const Sequence& a, const Sequence& b) { return a.runners > b.runners; });
   for (const Sequence& sequence : sequences_) {
@@ -84,15 +87,25 @@ CoursesOfCategory::CoursesOfCategory(const LRKCategory& category)
     runner.punches(category.runner(sequence.firstRunner).punches());
     oneOfEach_.addRunner(std::move(runner));
   }
-  determinator_.addRunnersFromCategory(category);
+  // Entries without controls say nothing of the course where others have some.
+  const auto most = std::find_if(forkings_.begin(), forkings_.end(), [&](const Sequence& sequence) {
+    return hasControls(category.runner(sequence.firstRunner));
+  });
+  const bool allCount = most == forkings_.end();
+  int added = 0;
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    if (!allCount && !hasControls(category.runner(i))) continue;
+    if (!allCount && i == most->firstRunner) template_ = added;
+    determinator_.addRunner(category.runner(i));
+    ++added;
+  }
 }
 
 FoundCourse CoursesOfCategory::find(const CourseStyle& style) {
   FoundCourse course;
   course.type = style.type;
   if (forkings_.empty()) return course;
-  course.legs = determinator_.getCourseLegs(style.type, style.allowFragmentation,
-                                            forkings_.front().firstRunner);
+  course.legs = determinator_.getCourseLegs(style.type, style.allowFragmentation, template_);
   if (course.legs.count() > 0) course.runners = runnersFitting(course.legs, style);
   return course;
 }
@@ -101,9 +114,8 @@ int CoursesOfCategory::runnersFitting(const LRKLegs& legs, const CourseStyle& st
   // A course of thousands of legs, each of which somebody ran: mapping every runner onto all of
   // them would tell no more than that.
   if (style.requiredLegs == erqlAtLeastOne) return runnersWithAnyOf(legs);
-  std::optional<LRKLegs> courseLegs = legs;
-  const LRKCourse course = oneOfEach_.toCourse(style.requiredLegs, style.allowRearrangement,
-                                               style.allowMerging, courseLegs);
+  const LRKCourse course = toCourse(oneOfEach_, style.requiredLegs,
+                                    {legs, style.allowRearrangement, style.allowMerging});
   int runners = 0;
   for (int i = 0; i < course.noOfRunners(); ++i) {
     runners += sequences_[static_cast<std::size_t>(course.runner(i).runnerIndex())].runners;

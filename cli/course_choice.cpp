@@ -39,6 +39,30 @@ std::vector<Sequence> forkings(const std::vector<Sequence>& sequences) {
   return kept;
 }
 
+bool isFinisher(const LRKRunner& runner) {
+  const Time time = runner.resultTime();
+  return runner.status() == estaOK && time >= 1 && !isDisq(time);
+}
+
+template <class Is>
+bool anybody(const LRKCategory& category, Is is) {
+  bool found = false;
+  for (int i = 0; i < category.noOfRunners() && !found; ++i) found = is(category.runner(i));
+  return found;
+}
+
+template <class Is>
+LRKCategory only(LRKCategory category, Is is) {
+  int kept = 0;
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    if (!is(category.runner(i))) continue;
+    if (kept != i) category.runner(kept, std::move(category.runner(i)));
+    ++kept;
+  }
+  category.noOfRunners(kept);
+  return category;
+}
+
 std::vector<std::string_view> partsOf(std::string_view text) {
   std::vector<std::string_view> parts;
   for (;;) {
@@ -60,16 +84,26 @@ bool isControlText(std::string_view text) {
 }  // namespace
 
 CourseChoice chooseCourse(const LRKCategory& category) {
-  const std::vector<Sequence> ofOK = sequencesOf(category, true);
-  const std::vector<Sequence> all = ofOK.empty() ? sequencesOf(category) : ofOK;
-  if (all.empty()) return {};
+  using Wanted = bool (*)(const LRKRunner&);
+  constexpr Wanted wanted[] = {
+      [](const LRKRunner& runner) { return isFinisher(runner) && hasControls(runner); },
+      [](const LRKRunner& runner) { return hasControls(runner); },
+      [](const LRKRunner&) { return true; },
+  };
+  std::vector<Sequence> sequences;
+  bool ofFinishers = true;
+  for (const Wanted isWanted : wanted) {
+    sequences = sequencesOf(category, isWanted);
+    if (!sequences.empty()) break;
+    ofFinishers = false;
+  }
+  if (sequences.empty()) return {};
   const auto most =
-      std::max_element(all.begin(), all.end(),
+      std::max_element(sequences.begin(), sequences.end(),
                        [](const Sequence& a, const Sequence& b) { return a.runners < b.runners; });
   LRKCodes course = codesOf(most->codes);
   CourseChoice choice;
-
-  const std::vector<Sequence> forked = forkings(ofOK);
+  const std::vector<Sequence> forked = ofFinishers ? forkings(sequences) : std::vector<Sequence>();
   if (forked.size() > 1) {
     const auto legs = sortedLegs(most->codes);
     choice.allowRearrangement = std::all_of(
@@ -82,6 +116,23 @@ CourseChoice chooseCourse(const LRKCategory& category) {
   }
   choice.legs = course.toLegs();
   return choice;
+}
+
+LRKCourse toCourse(const LRKCategory& category, enmRequiredLegs requiredLegs, CourseChoice choice) {
+  const auto course = [&](const LRKCategory& entries) {
+    return entries.toCourse(requiredLegs, choice.allowRearrangement, choice.allowMerging,
+                            choice.legs);
+  };
+  if (requiredLegs == erqlNone || !choice.legs ||
+      !anybody(category, [](const LRKRunner& runner) { return hasControls(runner); })) {
+    return course(category);
+  }
+  const bool resultIsEnough = !hasControls(*choice.legs);
+  const auto isEmpty = [resultIsEnough](const LRKRunner& runner) {
+    return !hasControls(runner) && !(resultIsEnough && isFinisher(runner));
+  };
+  if (!anybody(category, isEmpty)) return course(category);
+  return course(only(category, [&](const LRKRunner& runner) { return !isEmpty(runner); }));
 }
 
 bool isCourseText(const std::string& text) {

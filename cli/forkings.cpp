@@ -1,22 +1,26 @@
 #include "cli/forkings.hpp"
 
-#include <map>
-#include <utility>
+#include <algorithm>
 
 namespace larkstone::cli {
 
-std::vector<Sequence> sequencesOf(const LRKCategory& category, bool onlyOK) {
-  std::vector<Sequence> sequences;
-  std::map<std::vector<Code>, std::size_t> index;
-  for (int i = 0; i < category.noOfRunners(); ++i) {
-    const LRKRunner& runner = category.runner(i);
-    if (onlyOK && runner.status() != estaOK) continue;
-    std::vector<Code> codes = runner.punches().codeArray();
-    const auto [found, isNew] = index.try_emplace(codes, sequences.size());
-    if (isNew) sequences.push_back({std::move(codes), 0, i});
-    ++sequences[found->second].runners;
+namespace {
+
+bool isControl(Code code) { return !isStartCode(code) && !isFinishCode(code); }
+
+}  // namespace
+
+bool hasControls(const LRKRunner& runner) {
+  const std::vector<Code> codes = runner.punches().codeArray();
+  return std::any_of(codes.begin(), codes.end(), isControl);
+}
+
+bool hasControls(const LRKLegs& legs) {
+  bool found = false;
+  for (int i = 0; i < legs.count() && !found; ++i) {
+    found = isControl(legs.beginCode(i)) || isControl(legs.endCode(i));
   }
-  return sequences;
+  return found;
 }
 
 const char* nameOf(enmCourseType type) {

@@ -286,18 +286,39 @@ TEST_F(ProgramTest, CsvHasALineForEveryRunnerAndLeg) {
   EXPECT_NE(others.out.find(ann + "2,1-F,31,F,9000,1,0,15000,,,,0,0,0\n"), std::string::npos);
 }
 
+std::string listOf(const std::string& name, std::initializer_list<std::vector<int>> runners) {
+  std::string persons;
+  for (const std::vector<int>& controls : runners) {
+    std::string result =
+        "<StartTime>2026-05-03T10:00:00</StartTime><Time>900</Time><Status>OK</Status>";
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+      result += test::split(std::to_string(controls[i]), std::to_string(60 * (i + 1)));
+    }
+    persons += test::person3(test::element("Result", result));
+  }
+  return test::class3(persons, name);
+}
+
 TEST_F(ProgramTest, ASummaryHasALineForEveryCategory) {
   // The legs' lost times are worked out in docs/analysis.md: Bob alone loses 100 s on one leg.
   const std::string evening = std::string(LARKSTONE_EXAMPLES) + "/evening-race.xml";
   const std::string event = folder_ / "race.lrk4";
-  ASSERT_EQ(run("import -o " + event + " " + evening + " " + race_).exitCode, 0);
+  const std::string others = folder_.write(
+      "others.xml",
+      test::list3(listOf(
+          "W", {{31}, {31}, {31}, {31}, {31}, {31}, {31}, {31}, {31}, {31}, {40, 41}, {}, {}})));
+  ASSERT_EQ(run("import -o " + event + " " + evening + " " + race_ + " " + others).exitCode, 0);
   EXPECT_EQ(run("analyse --summary " + event).out,
-            "Category  Runners  OK  Best  Ideal  Mean loss  Costliest leg  Loss there\n"
-            "H21             3   2  2:30   2:20       0:00  -                       -\n"
-            "Open            5   5  8:04   7:59       0:20  1-2 (31-32)          0:20\n");
+            "Category  Runners  OK   Best  Ideal  Mean loss  Costliest leg  Loss there  "
+            "Not on the course\n"
+            "H21             3   2   2:30   2:20       0:00  -                       -  -\n"
+            "W              13  13  15:00  15:00       0:00  -                       -  "
+            "3: 2 no controls, 1 other legs\n"
+            "Open            5   5   8:04   7:59       0:20  1-2 (31-32)          0:20  -\n");
   EXPECT_EQ(run("analyse --summary --time-loss-method best --accuracy tenths " + evening).out,
-            "Category  Runners  OK    Best   Ideal  Mean loss  Costliest leg  Loss there\n"
-            "Open            5   5  8:04.0  7:59.0     0:21.3  1-2 (31-32)        0:21.3\n");
+            "Category  Runners  OK    Best   Ideal  Mean loss  Costliest leg  Loss there  "
+            "Not on the course\n"
+            "Open            5   5  8:04.0  7:59.0     0:21.3  1-2 (31-32)        0:21.3  -\n");
 }
 
 TEST_F(ProgramTest, ACategoryWithoutRunnersIsSummarisedByDashes) {
@@ -309,8 +330,9 @@ TEST_F(ProgramTest, ACategoryWithoutRunnersIsSummarisedByDashes) {
   table.write(output);
   ASSERT_TRUE(output.close());
   EXPECT_EQ(bytesOf(folder_ / "summary.txt"),
-            "Category  Runners  OK  Best  Ideal  Mean loss  Costliest leg  Loss there\n"
-            "Å h             0   0     -      -          -  -                       -\n");
+            "Category  Runners  OK  Best  Ideal  Mean loss  Costliest leg  Loss there  "
+            "Not on the course\n"
+            "Å h             0   0     -      -          -  -                       -  -\n");
 }
 
 TEST_F(ProgramTest, EverySortKeyHasItsName) {
@@ -379,27 +401,16 @@ TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
             std::string::npos);
 }
 
-std::string listOf(const std::string& name, std::initializer_list<std::vector<int>> runners) {
-  std::string persons;
-  for (const std::vector<int>& controls : runners) {
-    std::string result =
-        "<StartTime>2026-05-03T10:00:00</StartTime><Time>900</Time><Status>OK</Status>";
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-      result += test::split(std::to_string(controls[i]), std::to_string(60 * (i + 1)));
-    }
-    persons += test::person3(test::element("Result", result));
-  }
-  return test::class3(persons, name);
-}
-
 TEST_F(ProgramTest, CoursesRunAndCoursesThatFit) {
   const std::string list = folder_.write(
-      "courses.xml", test::list3(listOf("Relay", {{31, 42, 33}, {31, 41, 33}, {31, 41, 33}}) +
-                                 listOf("Loops", {{50, 1, 50, 2, 50}, {50, 2, 50, 1, 50}})));
+      "courses.xml",
+      test::list3(listOf("Relay", {{31, 42, 33}, {31, 41, 33}, {}, {}, {}, {31, 41, 33}}) +
+                  listOf("Loops", {{50, 1, 50, 2, 50}, {50, 2, 50, 1, 50}})));
   const Json courses = Json::parse(run("courses --json -c Relay " + list).out)["categories"];
   ASSERT_EQ(courses.size(), 1U);
   EXPECT_EQ(courses[0]["name"], "Relay");
-  EXPECT_EQ(courses[0]["forkings"], Json::parse(R"([{"codes": "S-31-41-33-F", "noOfRunners": 2},
+  EXPECT_EQ(courses[0]["forkings"], Json::parse(R"([{"codes": "S-F", "noOfRunners": 3},
+                            {"codes": "S-31-41-33-F", "noOfRunners": 2},
                             {"codes": "S-31-42-33-F", "noOfRunners": 1}])"));
   EXPECT_EQ(courses[0]["courses"], Json::parse(R"([
       {"courseType": 0, "noOfLegs": 0, "legs": "", "noOfRunners": 0},
