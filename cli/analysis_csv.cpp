@@ -91,10 +91,10 @@ void addFigures(CsvLine& line, const LRKCourse& course, const LRKRunner& runner,
   const Time total = runner.time(i, elstTotal);
   const bool hasTime = !isDisq(time);
   line.time(time);
-  line.number(runner.place(i, elstLeg), hasTime && time >= 1);
+  line.number(runner.place(i, elstLeg), runner.hasPlace(i, elstLeg));
   line.number(std::int64_t{time} - best, hasTime && !isDisq(best));
   line.time(total);
-  line.number(runner.place(i, elstTotal), stages.strictPlaces && !isDisq(total) && total >= 1);
+  line.number(runner.place(i, elstTotal), runner.hasPlace(i, elstTotal));
   line.number(runner.timeLoss(i, elstLeg), hasTime && stages.timeLoss);
   line.single(runner.performanceIndex(i, elstLeg), hasTime && stages.indices);
   const bool hasFollowing = hasTime && stages.following;

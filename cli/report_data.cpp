@@ -96,7 +96,8 @@ void putFollowed(JsonWriter& json, const LRKRunner& runner, int legs) {
 void putEstimated(JsonWriter& json, std::string_view key, const LRKRunner& runner, int legs,
                   enmLegStyle style) {
   putLegs(json, key, legs, [&](int leg) {
-    if (runner.timeIsEstimated(leg, style)) json.number(std::int64_t{leg});
+    const bool isEstimated = runner.timeIsEstimated(leg, style) && !runner.isTimeDisq(leg, style);
+    if (isEstimated) json.number(std::int64_t{leg});
   });
 }
 
@@ -105,15 +106,17 @@ void putRunnerLegs(JsonWriter& json, const LRKRunner& runner, int legs, const St
     return [&json, &runner, style](int leg) { putTime(json, runner.time(leg, style)); };
   };
   const auto place = [&](enmLegStyle style) {
-    return
-        [&json, &runner, style](int leg) { json.number(std::int64_t{runner.place(leg, style)}); };
+    return [&json, &runner, style](int leg) {
+      json.number(std::int64_t{runner.hasPlace(leg, style) ? runner.place(leg, style) : 0});
+    };
   };
   putLegs(json, "leg", legs, time(elstLeg));
   putLegs(json, "total", legs, time(elstTotal));
   putLegs(json, "legPlace", legs, place(elstLeg));
   putLegs(json, "totalPlace", legs, place(elstTotal));
   putLegs(json, "loss", legs, [&](int leg) {
-    json.number(stages.timeLoss ? std::int64_t{runner.timeLoss(leg, elstLeg)} : 0);
+    const bool known = stages.timeLoss && !runner.isTimeDisq(leg, elstLeg);
+    json.number(known ? std::int64_t{runner.timeLoss(leg, elstLeg)} : 0);
   });
   putLegs(json, "index", legs, [&](int leg) {
     const bool known = stages.indices && !runner.isTimeDisq(leg, elstLeg);
@@ -124,13 +127,16 @@ void putRunnerLegs(JsonWriter& json, const LRKRunner& runner, int legs, const St
   putFollowed(json, runner, stages.following ? legs : 0);
 }
 
-struct Ranks {
-  std::unordered_map<int, int> byName;
-  std::unordered_map<int, int> byClub;
+// What is said of every runner of a course.
+struct CourseFacts {
+  int legs;
+  bool starts;
+  Stages stages;
+  std::unordered_map<int, int> rankByName;
+  std::unordered_map<int, int> rankByClub;
 };
 
-void putRunner(JsonWriter& json, const LRKRunner& runner, int legs, const Stages& stages,
-               const Ranks& ranks) {
+void putRunner(JsonWriter& json, const LRKRunner& runner, const CourseFacts& course) {
   const Time time = runner.resultTime();
   const bool hasResult = time > 0 && !isDisq(time);
   json.beginObject();
@@ -138,19 +144,19 @@ void putRunner(JsonWriter& json, const LRKRunner& runner, int legs, const Stages
   put(json, "club", runner.club());
   put(json, "status", statusName(runner));
   json.key("start");
-  putTime(json, runner.punches().startExists() ? runner.startTime() : LRK_NO_TIME);
+  putTime(json, course.starts && runner.punches().startExists() ? runner.startTime() : LRK_NO_TIME);
   json.key("time");
   putTime(json, hasResult ? time : LRK_NO_TIME);
   json.key("place");
   hasResult&& runner.sortPlaceSet() ? json.number(std::int64_t{runner.sortPlace()}) : json.null();
   json.key("order");
   json.beginArray();
-  json.number(std::int64_t{ranks.byName.at(runner.runnerIndex())});
-  json.number(std::int64_t{ranks.byClub.at(runner.runnerIndex())});
+  json.number(std::int64_t{course.rankByName.at(runner.runnerIndex())});
+  json.number(std::int64_t{course.rankByClub.at(runner.runnerIndex())});
   json.endArray();
   json.key("performance");
-  stages.indices ? json.number(runner.coursePerformanceIndex()) : json.null();
-  putRunnerLegs(json, runner, legs, stages);
+  course.stages.indices ? json.number(runner.coursePerformanceIndex()) : json.null();
+  putRunnerLegs(json, runner, course.legs, course.stages);
   json.endObject();
 }
 
@@ -197,9 +203,9 @@ std::string classData(const LRKCategory& category, const LRKCourse& course) {
 }
 
 std::string courseData(const LRKCategory& category, LRKCourse& course) {
-  const Ranks ranks = {ranksBy(course, esorName), ranksBy(course, esorClub)};
+  const CourseFacts facts = {course.noOfLegs(), hasStartTimes(course), Stages(course),
+                             ranksBy(course, esorName), ranksBy(course, esorClub)};
   course.sortRunners(esorResultTime);
-  const Stages stages(course);
   return jsonOf([&](JsonWriter& json) {
     json.beginObject();
     json.key("digits");
@@ -210,7 +216,7 @@ std::string courseData(const LRKCategory& category, LRKCourse& course) {
     json.key("runners");
     json.beginArray();
     for (int i = 0; i < course.noOfRunners(); ++i) {
-      putRunner(json, course.runner(i), course.noOfLegs(), stages, ranks);
+      putRunner(json, course.runner(i), facts);
     }
     json.endArray();
     json.key("refused");

@@ -286,6 +286,26 @@ TEST_F(ProgramTest, CsvHasALineForEveryRunnerAndLeg) {
   EXPECT_NE(others.out.find(ann + "2,1-F,31,F,9000,1,0,15000,,,,0,0,0\n"), std::string::npos);
 }
 
+TEST_F(ProgramTest, TheReportHasNoPlaceWithoutATimeAndNoStartThatIsNotKnown) {
+  const auto courseOf = [&](const std::string& list) {
+    const std::string page = run("report " + list).out;
+    const std::string begin = "id=\"data-course-0\">";
+    const auto at = page.find(begin) + begin.size();
+    return Json::parse(page.substr(at, page.find("</script>", at) - at));
+  };
+  const Json course = courseOf(race_);
+  const Json& cid = course["runners"][2];  // without a time at 32
+  EXPECT_EQ(cid["leg"], Json::parse("[7000, null, null]"));
+  EXPECT_EQ(cid["legPlace"], Json::parse("[3, 0, 0]"));
+  EXPECT_EQ(cid["totalPlace"], Json::parse("[3, 0, 0]"));
+  EXPECT_EQ(course["runners"][1]["legPlace"], Json::parse("[1, 2, 1]"));
+  EXPECT_EQ(cid["start"], 3624000);
+  const std::string result = "<Time>90</Time><Status>OK</Status>" + test::split("31", "60");
+  const std::string list = folder_.write(
+      "list.xml", test::list3(test::class3(test::person3(test::element("Result", result)))));
+  EXPECT_EQ(courseOf(list)["runners"][0]["start"], nullptr);
+}
+
 std::string listOf(const std::string& name, std::initializer_list<std::vector<int>> runners) {
   std::string persons;
   for (const std::vector<int>& controls : runners) {

@@ -246,8 +246,11 @@ std::string formats(clsLarkstoneOnlineTable& table, int row) {
 }
 
 TEST(TableTest, ChoiceOfFormats) {
-  LRKCourse course =
-      courseOf({runner("S-F", {0, 61}), withStatus(runner("S-F", {0, -1}), estaMisPunch)});
+  LRKCourse course = courseOf({runner("S-F", {0, 61}), runner("S-F", {0, 0}),
+                               withStatus(runner("S-F", {0, -1}), estaMisPunch)},
+                              false);
+  course.correctZeroAndNegativeTimes(false);
+  course.calculate();
   clsLarkstoneOnlineTable table;
   table.course(&course);
 #define LRK_TABLE_SETTING(name, type, initial)
@@ -261,14 +264,17 @@ TEST(TableTest, ChoiceOfFormats) {
            "PlaceFormat clubCellFormat ";
   };
   const auto chosen = [&](int place, Time loss, bool estimated) {
-    for (LRKRunner* runner : {&course.runner(0), &course.runner(1)}) {
+    for (LRKRunner* runner : {&course.runner(0), &course.runner(1), &course.runner(2)}) {
       runner->legs().endTimeIsEstimated(0, estimated);
       runner->timeLoss(0, elstLeg, loss);
       for (const enmLegStyle style : {elstLeg, elstTotal, elstPassingEnd}) {
         runner->place(0, style, place);
       }
     }
-    EXPECT_EQ(formats(table, 4) + formats(table, 5), expected("leg", "total"));  // no time
+    EXPECT_EQ(formats(table, 6) + formats(table, 7), expected("leg", "total"));  // no time
+    if (loss < 1) {  // no time that is valid for a place
+      EXPECT_EQ(formats(table, 4) + formats(table, 5), expected("leg", "total"));
+    }
     return formats(table, 2) + formats(table, 3);
   };
   EXPECT_EQ(chosen(4, 0, false), expected("leg", "total"));
@@ -358,6 +364,83 @@ TEST(TableTest, AsText) {
               HasSubstr("\t2.30\t+0.10\t1.00\t(1)\t1.30\t(2)\tAda A\r\n\tR&D \"1\"\t\t\t\t"
                         "10:01.00\t(1)\t10:02.30\t(1)\tR&D"));
   EXPECT_THAT(table.textTableString(), HasSubstr("Cy\t10:00.00\t\tstatus_disq\t\t\t\t\tCy"));
+}
+
+// A runner whose punches have times in tenths of a second.
+LRKRunner inTenths(std::string_view codes, const std::vector<int>& tenths) {
+  LRKRunner result = runner(codes);
+  for (std::size_t i = 0; i < tenths.size(); ++i) {
+    result.punches().time(static_cast<int>(i), tenths[i] * 10);
+  }
+  return result;
+}
+
+// Legs: Ann 60.1 50.2 40.2, Bo 70.0 40.3 40.2, Cy 60.1 3640.3 150.6 s, and Eva, of whom no start
+// is known, 50.2 and 40.0 s behind 31. Ann and Bo share the win; Cy comes 3700.5 s behind.
+TEST(TableTest, TenthsTiesAndRunnersWhoAreHalfKnown) {
+  LRKRunner ann = inTenths("S-31-32-F", {360000, 360601, 361103, 361505});
+  ann.firstName("Ann");
+  ann.lastName("Ask");
+  LRKRunner bo = inTenths("S-31-32-F", {360600, 361300, 361703, 362105});
+  bo.name("Bo Zed");
+  LRKRunner cy = inTenths("S-31-32-F", {361200, 361801, 398204, 399710});
+  cy.firstName("Cy");
+  cy.lastName("Dal");
+  LRKRunner eva = inTenths("31-32-F", {362000, 362502, 362902});
+  eva.name("Eva");
+  LRKCourse course = courseOf({cy, eva, bo, ann}, false);
+  course.timeAccuracy(etacTenthsSeconds);
+  course.calculate();
+  clsLarkstoneOnlineTable table = tableOf(course);
+  table.showPlaces(true);
+  table.showStartTimes(true);
+  table.showFinishTimes(true);
+  table.timeStyle(etstMS);
+  table.sort(esorTotalTime, 2);
+  table.createTextTable();
+  EXPECT_THAT(
+      table.textTableString(),
+      ::testing::EndsWith(
+          "1\tBo Zed\t10:01.00,0\t2.30,5\t+0.00,0\t1.10,0\t(3)\t0.40,3\t(1)\t0.40,2\t(2)\tBo "
+          "Zed\r\n"
+          "\t\t\t\t\t1.10,0\t(3)\t1.50,3\t(1)\t2.30,5\t(1)\t\r\n"
+          "1\tAnn Ask\t10:00.00,0\t2.30,5\t+0.00,0\t1.00,1\t(1)\t0.50,2\t(2)\t0.40,2\t(2)\tAnn "
+          "Ask\r\n"
+          "\t\t\t\t\t1.00,1\t(1)\t1.50,3\t(1)\t2.30,5\t(1)\t\r\n"
+          "3\tCy Dal\t10:02.00,0\t64.11,0\t+61.40,5\t1.00,1\t(1)\t60.40,3\t(4)\t2.30,6\t(4)\tCy "
+          "Dal\r\n"
+          "\t\t\t\t\t1.00,1\t(1)\t61.40,4\t(3)\t64.11,0\t(3)\t\r\n"
+          "\tEva\t\t\t-\t\t\t0.50,2\t(2)\t0.40,0\t(1)\tEva\r\n"
+          "\t\t\t\t\t\t\t\t\t\t\t\r\n"));
+  EXPECT_EQ(contents(table, 6),
+            "3 Cy Dal 10:02.00,0 64.11,0 +61.40,5 1.00,1 1 60.40,3 4 2.30,6 4 "
+            "Cy Dal ");
+  EXPECT_EQ(contents(table, 7), "&nbsp; 1.00,1 1 61.40,4 3 64.11,0 3 &nbsp; ");
+  EXPECT_EQ(contents(table, 8), "&nbsp; Eva &nbsp; &nbsp; - &nbsp; &nbsp; 0.50,2 2 0.40,0 1 Eva ");
+  EXPECT_EQ(contents(table, 9), "&nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; ");
+  // By last name, where there is none by name alone.
+  table.sort(esorName);
+  EXPECT_EQ(contents(table, 2).substr(0, 9), "1 Bo Zed ");
+  EXPECT_EQ(contents(table, 6).substr(0, 10), "3 Ann Ask ");
+}
+
+TEST(TableTest, StartTimesThatAreNotKnownStayEmpty) {
+  const auto starts = [](std::initializer_list<int> seconds) {
+    LRKCategory category;
+    for (const int start : seconds) category.addRunner(runner("S-F", {start, 9000}));
+    LRKCourse course = category.toCourse(erqlAtLeastOne, false, false);
+    course.calculate();
+    clsLarkstoneOnlineTable table = tableOf(course);
+    table.showStartTimes(true);
+    std::string shown;
+    for (int row = 2; row < 2 + 2 * course.noOfRunners(); row += 2) {
+      const std::string cells = contents(table, row);
+      shown += cells.substr(14, cells.find(' ', 14) - 13);
+    }
+    return shown;
+  };
+  EXPECT_EQ(starts({0, -1, 0}), "&nbsp; &nbsp; &nbsp; ");
+  EXPECT_EQ(starts({0, -1, 61}), "0:00.00 &nbsp; 0:01.01 ");
 }
 
 TEST(TableTest, NothingToShow) {

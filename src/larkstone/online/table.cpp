@@ -20,6 +20,15 @@ std::string elapsedText(double seconds) {
 
 }  // namespace
 
+bool hasStartTimes(const LRKCourse& course) {
+  bool found = false;
+  for (int i = 0; i < course.noOfRunners() && !found; ++i) {
+    const Time start = course.runner(i).startTime();
+    found = start > 0 && !isDisq(start);
+  }
+  return found;
+}
+
 const std::string& clsLarkstoneOnlineTable::cellFormat(CellFamily family, CellKind kind) const {
 #define LRK_TABLE_SETTING(name, type, initial)
 #define LRK_CELL_FORMAT(name, cellFamily, cellKind) \

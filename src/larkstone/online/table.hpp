@@ -14,6 +14,10 @@ namespace larkstone {
 
 class LRKCourse;
 
+/// Whether a start time is known of any runner: a list that has none leaves all at 0:00:00, or
+/// without a time.
+bool hasStartTimes(const LRKCourse& course);
+
 /// Renders the split times of an analysed course. Set the course, the looks and the captions, sort,
 /// create, then take the texts:
 ///
@@ -33,7 +37,9 @@ class LRKCourse;
 /// The table has two header rows and two rows per runner in the course's order: place, name over
 /// club, start and finish time on request, the distance to the best finish time (or why there is
 /// none), per leg the leg time over the total or passing time with their places on request, and
-/// name over club once more. Place, start, finish and distance stand beside both rows. Lines run
+/// name over club once more. A time that is not valid for a place (a leg needs at least 0.01 s) has
+/// none and is neither best nor top. Start times that are not known stay empty, all of them without
+/// hasStartTimes(). Place, start, finish and distance stand beside both rows. Lines run
 /// above each runner, and left of every column but the places.
 ///
 /// Captions by key ("" where one is missing):

@@ -29,6 +29,7 @@ TableContent::TableContent(const clsLarkstoneOnlineTable& table, const LRKCourse
   time_ = format(table.timeStyle());
   difference_ = format(table.timeStyle() | etstRelative);
   clockTime_ = format(etstClockTime);
+  showsStarts_ = hasStartTimes(course);
 }
 
 enmLegStyle TableContent::secondRowStyle() const {
@@ -52,7 +53,8 @@ std::string TableContent::place(int runner) const {
 
 std::string TableContent::startTime(int runner) const {
   const LRKRunner& r = course_.runner(runner);
-  return r.punches().startExists() ? textOf(r.startTime(), clockTime_) : std::string();
+  return showsStarts_ && r.punches().startExists() ? textOf(r.startTime(), clockTime_)
+                                                   : std::string();
 }
 
 std::string TableContent::finishTime(int runner) const {
@@ -94,7 +96,7 @@ LegCell TableContent::legCell(int runner, int legNo, enmLegStyle style) const {
 
   cell.isDifference = showsDifferences(style);
   cell.time = cell.isDifference ? difference(time, course_.bestTime(legNo, style)) : time;
-  cell.place = r.place(legNo, style);
+  cell.place = r.hasPlace(legNo, style) ? r.place(legNo, style) : 0;
 
   const bool showsLoss = style == elstLeg && !course_.timesWithoutTimeLoss();
   const Time loss = showsLoss ? r.timeLoss(legNo, elstLeg) : 0;

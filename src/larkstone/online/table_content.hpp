@@ -17,7 +17,7 @@ class clsLarkstoneOnlineTable;
 struct LegCell {
   Time time = LRK_NO_TIME;  ///< as shown, maybe the difference to the best; LRK_NO_TIME for none
   bool isDifference = false;
-  int place = 0;  ///< 0 without a time, or when places were not calculated
+  int place = 0;  ///< 0 without a time that is valid for it, or when places were not calculated
   CellKind kind = CellKind::plain;
   Time timeLoss = 0;  ///< set for CellKind::timeLoss
 
@@ -66,6 +66,7 @@ class TableContent {
   TimeFormat time_;
   TimeFormat difference_;
   TimeFormat clockTime_;
+  bool showsStarts_ = false;
 };
 
 }  // namespace larkstone
