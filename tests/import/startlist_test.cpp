@@ -226,6 +226,7 @@ TEST_F(StartlistFormatsTest, EveryFormatIsReadAlsoWhenTreated) {
         EXPECT_EQ(importList(page, stage == 0 ? "" : "1"), 0);
         EXPECT_EQ(importer.determineStartlistFileFormat(folder / "list.html"), format.format);
         EXPECT_EQ(starts(), format.stages[stage]);
+        EXPECT_EQ(importer.noOfStartTimesSet(), static_cast<int>(format.stages[stage].size()));
         const std::string missing = "no name or start time in \"" + format.untold + "\"";
         EXPECT_EQ(std::count(told.begin(), told.end(), missing), 1);
         // What was set is in the event file.

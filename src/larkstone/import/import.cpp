@@ -109,6 +109,7 @@ void LRKImport::onNote(std::function<void(const ImportNote&)> notify) {
 }
 const std::vector<ImportNote>& LRKImport::warnings() const { return session_->warnings(); }
 int LRKImport::noOfWarnings() const { return session_->noOfWarnings(); }
+int LRKImport::noOfStartTimesSet() const { return session_->noOfStartTimesSet(); }
 
 bool LRKImport::importingNow() const { return session_->importingNow(); }
 float LRKImport::fractionCompleted() const { return session_->fractionCompleted(); }

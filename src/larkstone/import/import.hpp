@@ -99,6 +99,9 @@ class LRKImport {
   std::int32_t importStartlist(std::int32_t fileFormat, LRKEvent& lrk,
                                const std::string& importFileName,
                                const std::string& extraParameters = {});
+  /// How many runners the running or last import of a start list gave a start time; 0 tells of a
+  /// list that meant nobody.
+  int noOfStartTimesSet() const;
 
   /// Replaces a relay category by the category of its teams over whole legs, whose controls (31,
   /// 32, ...) are the handovers, and by one category for each leg, reduced to the controls that all

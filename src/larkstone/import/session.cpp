@@ -27,6 +27,7 @@ std::int32_t ImportSession::run(Reader reader, ReadJob job) {
       session.fractionCompleted_ = 0;
       session.warnings_.clear();
       session.noOfWarnings_ = 0;
+      session.noOfStartTimesSet_ = 0;
     }
     ~Running() {
       session.importingNow_ = false;

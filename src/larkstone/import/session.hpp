@@ -58,6 +58,8 @@ class ImportSession {
   /// What the last import left out; of many the first ones. How many there were.
   const std::vector<ImportNote>& warnings() const { return warnings_; }
   int noOfWarnings() const { return noOfWarnings_; }
+  /// How many runners the last start list gave a start time.
+  int noOfStartTimesSet() const { return noOfStartTimesSet_; }
 
   // For readers:
 
@@ -70,6 +72,7 @@ class ImportSession {
     if (noOfWarnings_ < std::numeric_limits<int>::max()) ++noOfWarnings_;
     if (notesWanted()) keep(what, text, where());
   }
+  void countStartTime() { ++noOfStartTimesSet_; }
   /// The end of a complete import: where the event comes from and who made it.
   void complete(LRKEvent& event, const std::string& importedFrom) const;
 
@@ -82,6 +85,7 @@ class ImportSession {
   std::atomic<bool> cancelRequested_ = false;
   std::vector<ImportNote> warnings_;
   int noOfWarnings_ = 0;
+  int noOfStartTimesSet_ = 0;
 };
 
 }  // namespace larkstone

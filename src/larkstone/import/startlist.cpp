@@ -41,7 +41,8 @@ bool isClockText(std::string_view word) {
   const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
   return !word.empty() && isDigit(word.front()) && isDigit(word.back()) &&
          word.find_first_not_of("0123456789.:") == std::string_view::npos &&
-         word.find_first_of(".:") != std::string_view::npos;
+         word.find_first_of(".:") != std::string_view::npos &&
+         word.find_first_not_of("0.") != std::string_view::npos;
 }
 
 bool beginsWithNumber(std::string_view text) {
@@ -125,7 +126,9 @@ std::int32_t Startlist::perform(const Task& task) const {
   }
   for (int i = 0; i < category->noOfRunners(); ++i) {
     const Time start = starts[static_cast<std::size_t>(i)];
-    if (!isDisq(start)) category->runner(i).startTime(start);
+    if (isDisq(start)) continue;
+    category->runner(i).startTime(start);
+    job_.session.countStartTime();
   }
   return job_.event.category(task.category, category);
 }

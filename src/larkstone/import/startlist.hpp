@@ -65,7 +65,8 @@ class Startlist {
   bool hasEntries_ = false;
 };
 
-/// Whether a word is a time of day: digits in groups, "10:02:00" or "10.02".
+/// Whether a word is a time of day: digits in groups, "10:02:00" or "10.02". "0.00" stands where
+/// there is none.
 bool isClockText(std::string_view word);
 
 /// Whether a text begins with a start number, as entries do and headers do not.
