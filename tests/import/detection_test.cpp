@@ -53,7 +53,14 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {"\"Stbr\";\"Dugo\";\n1;x;\n", 37},
       {"Stno;Long;km\n1;x;4.5\n", 37},  // the row does not end with the delimiter
       {"OE0014_V12;Stno;Combination;\n1;x;y;\n", 38},
-      {"OS0016a;Stno;\n1;x;\n", 38},
+      {"OS0016a;Stno;\n1;x;\n", 39},  // of no layout that relays have
+      {"OS0014;Long;Punch1;\n1;x;y;\n", 37},
+      {"OS0012;Long;XTRA1;\n1;x;y;\n", 38},
+      {"\xEF\xBB\xBFN\xC2\xB0 d\xC3\xA9p.;\"Read at\"\nSPORTident results;SOLV\n", 45},
+      {"OE0014_V12;Long;Name\n;;Solveig Str\xE4\x63ktider <title> eTiming Tilanne rasteilla\n", 37},
+      {"\xEF\xBB\xBFLarkstone standard text format\nStr\xE4\x63ktider 2026, eTiming\n", 42},
+      {"OE0012;Long;\n;x;\n<Event><EventClass>", 37},
+      {"OE0012;Long;\n;<ResultList >;\n", 40},
       {repeated(30, "<a>") + "<ResultList>", 40},
       {"<iof:ResultList xmlns:iof='x'>", 40},
       {test::utf16(u"\uFEFF<ResultList status='x'>", false), 40},
@@ -79,6 +86,8 @@ TEST_F(DetectionTest, WhatOnlyLooksLikeAFormatIsUnknown) {
       "larkstone standard text formats\n",
       "<EventClass><Event>",
       "<event type='Relay'>",
+      "OS2010 relay results\nOLG Beispiel\n",
+      "OE20 03;Long;\n;x;\n",
   };
   for (const std::string& row : rows) check(LRKImport::determineFileFormat, {{row, 63}});
 }

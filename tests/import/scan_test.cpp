@@ -128,7 +128,11 @@ TEST_F(ScanFileTest, TheEncodingOfATextIsThatOfAllItsBytes) {
       {"", "", ""},
       {"\uFEFFa\r", "a\n", "a\n"},
       {"\xC3\xA5\n", "å\n", "\xE5\n"},
-      {"\xE5 \xC3\xA5", "å Ã¥\n", "\xE5 \xC3\xA5\n"},  // one byte tells for the others
+      // Characters of UTF-8 and bytes that are none: the greater number tells.
+      {"\xE5 \xC3\xA5\n", "å Ã¥\n", "\xE5 \xC3\xA5\n"},
+      {"\xE5 \xC3\xA5\u0159\n", "å åř\n", "\xE5 \xE5r\n"},
+      {"\xC3\xA5\xC3 \xC3\xA4\n", "åÃ ä\n", "\xE5\xC3 \xE4\n"},
+      {"\uFEFF\xE5\n", "å\n", "\xE5\n"},
       {"\xFF\xFE"
        "a\0\xE5\0"sv,
        "aå\n", "a\xE5\n"},

@@ -137,9 +137,19 @@ void CsvHeader::set(std::string_view header, std::string_view firstRow) {
 
 std::string_view CsvHeader::layout() const {
   const std::string_view first = firstField();
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const auto isPart = [&](char c) {
+    return isDigit(c) || c == '_' || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  };
   const bool named = first.size() > 2 && (first.starts_with("OE") || first.starts_with("OS")) &&
-                     first[2] >= '0' && first[2] <= '9';
+                     isDigit(first[2]) && std::all_of(first.begin(), first.end(), isPart);
   return named ? first : std::string_view();
+}
+
+bool CsvHeader::isOfRelay() const {
+  if (has("Combination")) return true;
+  const auto beginsTeam = [](const std::string& text) { return lowered(text) == "xtra1"; };
+  return layout().starts_with("OS") && std::any_of(texts_.begin(), texts_.end(), beginsTeam);
 }
 
 int CsvHeader::column(std::string_view key) const {

@@ -34,8 +34,12 @@ class CsvHeader {
   bool hasRows() const { return hasRows_; }
   /// The first header text, without quotes.
   std::string_view firstField() const { return text(0); }
-  /// "OE0012", "OS0016a": newer exports name their layout in the first field. Empty for others.
+  /// "OE0012", "OS0016a", "OE0014_V12": newer exports name their layout in the first field. Empty
+  /// for others.
   std::string_view layout() const;
+  /// Whether rows are those of a relay: of runners with a combination of courses or, where the
+  /// layout is one of the relay programs, of teams with a block of columns for each runner.
+  bool isOfRelay() const;
   bool has(std::string_view key) const { return columns_.contains(key); }
   /// The position of a column from 0; -1 for one that is not present.
   int column(std::string_view key) const;

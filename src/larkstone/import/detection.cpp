@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 
 #include "larkstone/core/text.hpp"
@@ -142,8 +143,18 @@ bool isCredit(std::string_view text) {
   return text.starts_with("\xA9") || text.starts_with("\xC2\xA9") || text.starts_with("&copy;");
 }
 
-std::int32_t firstDetected(std::span<const Format> formats, const FileProbe& probe) {
-  for (const Format& format : formats) {
+// Whether a list begins with the header of its format, so that no word in its rows tells what it
+// is.
+bool hasHeader(const std::string& path) {
+  if (ScanFile(path).peek(1).starts_with('<')) return false;
+  const FileProbe probe{path, true};
+  return detectCsv(probe) != 0 || detectStandardText(probe) != 0;
+}
+
+std::int32_t firstDetected(const FileProbe& probe, std::optional<bool>& headed) {
+  for (const Format& format : splitTimeFormats()) {
+    if (format.isWordSearch && !headed) headed = hasHeader(probe.path);
+    if (format.isWordSearch && *headed) continue;
     if (const std::int32_t code = format.detect(probe)) return code;
   }
   return 0;
@@ -237,8 +248,9 @@ std::int32_t detectPekkaPirilaStartlist(const FileProbe& probe) {
 
 std::int32_t LRKImport::determineFileFormat(const std::string& filename) {
   if (!fileExists(filename)) return LRK_IMPORT_FILE_DOES_NOT_EXIST;
+  std::optional<bool> headed;
   for (const bool tolerant : {false, true}) {
-    if (const auto code = firstDetected(splitTimeFormats(), {filename, tolerant})) return code;
+    if (const auto code = firstDetected({filename, tolerant}, headed)) return code;
   }
   return LRK_IMPORT_UNKNOWN;
 }
@@ -264,8 +276,7 @@ std::int32_t LRKImport::determineSportSoftwareCSVFileFormat(const std::string& c
   if (!fileExists(csvFileName)) return LRK_IMPORT_FILE_DOES_NOT_EXIST;
   CsvHeader header;
   if (!header.read(csvFileName)) return LRK_IMPORT_CSV_UNKNOWN;
-  // The relay programs name their layout, also where the columns look like those of a single race.
-  if (header.layout().starts_with("OS") || header.has("Combination")) return LRK_IMPORT_CSV_OS200X;
+  if (header.isOfRelay()) return LRK_IMPORT_CSV_OS200X;
   if (header.has("Long")) return LRK_IMPORT_CSV_OE200X;
   if (header.has("Read at")) return LRK_IMPORT_CSV_SIMAN;
   return LRK_IMPORT_CSV_UNKNOWN;

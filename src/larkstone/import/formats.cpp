@@ -9,13 +9,13 @@ namespace {
 constexpr Format splitTimes[] = {
     {LRK_IMPORT_CSV, detectCsv, readCsv},
     {LRK_IMPORT_XML, detectIofXml, readIofXml},
-    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, readSportSoftwareSplits},
+    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, readSportSoftwareSplits, true},
     {LRK_IMPORT_OLA_HTML, detectOla, readOlaHtml},
-    {LRK_IMPORT_ETIMING_HTML, detectETiming, readETimingHtml},
-    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, readPekkaPirilaHtml},
+    {LRK_IMPORT_ETIMING_HTML, detectETiming, readETimingHtml, true},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, readPekkaPirilaHtml, true},
     {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, readStandardText},
-    {LRK_IMPORT_SOLV_HTML, detectSolv, readSolvHtml},
-    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, readPekkaPirilaXml},
+    {LRK_IMPORT_SOLV_HTML, detectSolv, readSolvHtml, true},
+    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, readPekkaPirilaXml, true},
 };
 
 constexpr Format startlists[] = {

@@ -12,8 +12,9 @@ namespace larkstone {
 
 struct Format {
   enmImportConstants code;
-  Detector detect;  ///< none: chosen by name only
-  Reader read;      ///< none: not read
+  Detector detect;            ///< none: chosen by name only
+  Reader read;                ///< none: not read
+  bool isWordSearch = false;  ///< the detector looks for words anywhere at the start of a file
 };
 
 /// Split-time formats that import() takes, in the order of detection.

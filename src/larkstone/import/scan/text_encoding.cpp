@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include "larkstone/core/text.hpp"
 
@@ -57,8 +59,36 @@ std::string fromPage(std::string_view bytes) {
   return text += bytes.substr(copied);
 }
 
-void removeMark(std::string& bytes) {
-  if (bytes.starts_with(utf8Mark)) bytes.erase(0, utf8Mark.size());
+// The text when it is UTF-8 in spite of the bytes that belong to no character: when there are more
+// characters than such bytes, or when it is `certain`.
+std::optional<std::string> mended(std::string_view bytes, bool certain) {
+  std::string text;
+  text.reserve(bytes.size());
+  std::size_t characters = 0;
+  std::size_t strays = 0;
+  std::size_t copied = 0;
+  eachNonAsciiRun(bytes, [&](std::size_t begin, std::size_t end) {
+    text += bytes.substr(copied, begin - copied);
+    std::string_view run = bytes.substr(begin, end - begin);
+    while (!run.empty()) {
+      const std::string_view character = takeCharacter(run);
+      const bool isStray = character.size() == 1;
+      ++(isStray ? strays : characters);
+      text += isStray ? utf8FromWindows1252(character) : character;
+    }
+    copied = end;
+    return true;
+  });
+  if (!certain && characters <= strays) return std::nullopt;
+  return text += bytes.substr(copied);
+}
+
+// Bytes that are UTF-8, or nothing for those of the code page; without byte-order mark either way.
+std::optional<std::string> asUtf8(std::string& bytes) {
+  const bool marked = bytes.starts_with(utf8Mark);
+  if (marked) bytes.erase(0, utf8Mark.size());
+  if (isUtf8Text(bytes)) return std::move(bytes);
+  return mended(bytes, marked);
 }
 
 }  // namespace
@@ -94,15 +124,16 @@ std::string utf8FromUtf16(std::string_view bytes) {
 
 std::string utf8Text(std::string bytes) {
   if (isUtf16(bytes)) return utf8FromUtf16(bytes);
-  removeMark(bytes);
-  return isUtf8Text(bytes) ? bytes : fromPage(bytes);
+  std::optional<std::string> text = asUtf8(bytes);
+  return text ? *std::move(text) : fromPage(bytes);
 }
 
 std::string windows1252Text(std::string bytes) {
   if (isUtf16(bytes)) return windows1252FromUtf8(utf8FromUtf16(bytes));
-  removeMark(bytes);
-  const bool ascii = firstNonAscii(bytes, 0) == bytes.size();
-  return !ascii && isUtf8Text(bytes) ? windows1252FromUtf8(bytes) : bytes;
+  const std::optional<std::string> text = asUtf8(bytes);
+  if (!text) return bytes;
+  const bool ascii = firstNonAscii(*text, 0) == text->size();
+  return ascii ? *text : windows1252FromUtf8(*text);
 }
 
 }  // namespace larkstone

@@ -1,7 +1,9 @@
 #pragma once
 
-// The bytes of a list as text, whatever its encoding is or claims to be: bytes that are valid UTF-8
-// are UTF-8, all others windows-1252. What a file declares about itself is not believed.
+// The bytes of a list as text, whatever its encoding is or claims to be. Bytes with a byte-order
+// mark, and those that form more characters of UTF-8 than they leave over, are UTF-8; each byte
+// left over is read as its letter in windows-1252. All other bytes are windows-1252. What a file
+// declares about itself is not believed.
 
 #include <string>
 #include <string_view>
