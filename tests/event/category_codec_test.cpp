@@ -2,6 +2,7 @@
 // all at once and each alone. And what storing a category works out on it.
 
 #include <algorithm>
+#include <optional>
 
 #include "support.hpp"
 
@@ -88,19 +89,44 @@ TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
   EXPECT_EQ(category.legLength(32, LRK_FINISH_CODE), 120);
 }
 
-// One course for all has no name; a name is kept in parts where there are any.
-TEST(StoredValues, CourseTypeAndNamesOfRunners) {
+TEST(StoredValues, OneCourseForAllHasNoName) {
   LRKCategory category = categoryNamed("H21", 2);
   category.courseType(ectyCommonLegs);
-  category.runner(0).lastName("Öberg");
-  category.runner(1).firstName("");
   deriveStoredValues(category);
   EXPECT_EQ(category.courseType(), ectyCommonLegs);
   EXPECT_FALSE(category.runner(0).courseNameSet());
-  EXPECT_FALSE(category.runner(0).nameSet());
-  EXPECT_TRUE(category.runner(0).lastNameSet());
-  EXPECT_TRUE(category.runner(1).nameSet());
-  EXPECT_FALSE(category.runner(1).firstNameSet());
+}
+
+// A name is kept in parts where there are any, each while its flag is set, else in full.
+TEST(StoredValues, NamesInTheirForms) {
+  struct Row {
+    std::optional<const char*> first;
+    std::optional<const char*> last;
+    bool firstSet;
+    bool lastSet;
+    const char* stored;
+  };
+  const Row rows[] = {
+      {std::nullopt, "Öberg", false, true, "Öberg"},
+      {"", std::nullopt, true, false, "New"},
+      {"Eva", "Öberg", false, false, "New"},
+      {"Eva", "Öberg", true, false, "Eva"},
+      {"Eva", "Öberg", false, true, "Öberg"},
+      {"Eva", "", true, true, "Eva"},
+      {"Eva", "", false, true, "New"},
+  };
+  for (const Row& row : rows) {
+    LRKCategory category = categoryNamed("H21");
+    LRKRunner& runner = category.runner(0);
+    runner.name("New");
+    if (row.first) runner.firstName(*row.first);
+    if (row.last) runner.lastName(*row.last);
+    runner.firstNameSet(row.firstSet);
+    runner.lastNameSet(row.lastSet);
+    deriveStoredValues(category);
+    EXPECT_EQ(decodeCategory(encodeCategory(category), 0).runner(0).name(), row.stored)
+        << &row - rows;
+  }
 }
 
 }  // namespace

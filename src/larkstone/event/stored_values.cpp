@@ -65,9 +65,10 @@ void assignPlaces(LRKCategory& category) {
   }
 }
 
-// A name is kept in parts where there are any, else in full.
+// A name is kept in parts where any is set, else in full.
 void chooseNameForm(LRKRunner& runner) {
-  if (!runner.firstName().empty() || !runner.lastName().empty()) {
+  if ((runner.firstNameSet() && !runner.firstName().empty()) ||
+      (runner.lastNameSet() && !runner.lastName().empty())) {
     runner.nameSet(false);
   } else {
     runner.firstNameSet(false);
