@@ -2,6 +2,7 @@
 // runners whatever happens to the categories.
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <tuple>
 
@@ -107,20 +108,81 @@ TEST_F(DerivedCourses, BecomeCoursesWithTheRunnersTheyName) {
   EXPECT_TRUE(course.runnerAdditionStyleAllowRearrangement());
 }
 
-// Two runners of one name cannot be told apart when the class changes, but nothing happens to them
-// when it does not.
-TEST_F(DerivedCourses, RunnersOfOneName) {
-  ASSERT_EQ(event_.addCategory(categoryNamed("A", 2)), 0);
-  LRKDerivedCourse derived = courseNamed("Evas");
-  derived.addRunner(0, 0);
-  derived.addRunner(0, 1);
-  ASSERT_EQ(event_.addDerivedCourse(derived), 0);
-  ASSERT_EQ(event_.category(0, event_.category(0)), 0);
-  EXPECT_EQ(event_.derivedCourse(0)->noOfRunners(), 2);
-  event_.category(0)->addRunner(runnerOn({31}));
-  ASSERT_EQ(event_.category(0, event_.category(0)), 0);
-  ASSERT_EQ(event_.derivedCourse(0)->noOfRunners(), 1);
-  EXPECT_EQ(event_.derivedCourse(0)->runnerIndex(0), 2);
+// A class is stored with other runners: whom the references 0, 1 and 2 name then, -1 for nobody.
+TEST_F(DerivedCourses, FollowRunnersOfAChangedClass) {
+  const auto add = [](LRKCategory& category, const std::string& name) {
+    category.addRunner(runnerOn({31, 32}));
+    category.runner(category.noOfRunners() - 1).name(name);
+  };
+  struct Row {
+    int line;
+    Names before;
+    std::function<void(LRKCategory&)> change;
+    std::vector<int> after;
+  };
+  const Row rows[] = {
+      // Corrected names and clubs.
+      {__LINE__, {"Ann", "Bo"}, [](LRKCategory& c) { c.runner(0).name("Anna"); }, {0, 1}},
+      {__LINE__,
+       {"Ann", "Bo", "Cid"},
+       [](LRKCategory& c) {
+         c.runner(2).club("OK");
+         c.runner(0).name("Anna");
+         c.moveRunner(0, 2);
+       },
+       {2, 0, 1}},
+      {__LINE__,
+       {"Ann", "Bo"},
+       [&](LRKCategory& c) {
+         c.deleteRunner(0);
+         add(c, "Ann's");
+         c.runner(0).name("Bob");
+       },
+       {-1, 0}},
+      // The name counts before the number.
+      {__LINE__,
+       {"Ann", "Bo"},
+       [](LRKCategory& c) {
+         c.runner(0).name("Bo");
+         c.runner(1).name("Ann");
+       },
+       {1, 0}},
+      // Twins, in either order.
+      {__LINE__, {"Eva", "EVA"}, [&](LRKCategory& c) { add(c, "Eva"); }, {0, 1}},
+      {__LINE__, {"Eva", "Eva"}, [](LRKCategory& c) { c.moveRunner(0, 1); }, {1, 0}},
+      {__LINE__, {"Eva", "Eva", "Eva"}, [](LRKCategory& c) { c.deleteRunner(1); }, {0, -1, 1}},
+      // A class from elsewhere: its numbers say nothing.
+      {__LINE__,
+       {"Eva", "Ann", "Eva"},
+       [&](LRKCategory& c) {
+         c = LRKCategory();
+         for (const char* name : {"Bo", "Eva", "Cid", "eva"}) add(c, name);
+       },
+       {1, -1, 3}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    ASSERT_EQ(event_.createNewEvent(path_, true), 0);
+    ASSERT_EQ(event_.addCategory(categoryNamed("before")), 0);
+    LRKCategory category;
+    for (const std::string& name : row.before) add(category, name);
+    ASSERT_EQ(event_.addCategory(category), 0);
+    const int count = category.noOfRunners();
+    for (int i = 0; i < count; ++i) {
+      LRKDerivedCourse one = courseNamed("");
+      one.addRunner(1, i);
+      ASSERT_EQ(event_.addDerivedCourse(one), 0);
+    }
+    const auto changed = event_.category(1);
+    row.change(*changed);
+    ASSERT_EQ(event_.category(1, changed), 0);
+    std::vector<int> after;
+    for (int i = 0; i < count; ++i) {
+      const LRKDerivedCourse one = *event_.derivedCourse(i);
+      after.push_back(one.noOfRunners() == 0 ? -1 : one.runnerIndex(0));
+    }
+    EXPECT_EQ(after, row.after);
+  }
 }
 
 // Runners are told apart by their names as the file holds them.

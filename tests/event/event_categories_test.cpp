@@ -25,6 +25,14 @@ TEST(CategorySortKey, FollowsTheName) {
       {"ÖPPEN 5 Lång", all, "7200500000_00012_ÖPPEN 5 Lång"},
       {"W40 K2", byGender, "2004003002_00012_W40 K2"},
       {"Course 12e", ecsfSorted, "9201202000_00012_Course 12e"},
+      {"Bana Lång", all, "9200000000_00012_Bana Lång"},
+      {"h 8 se", all, "0001303000_00012_h 8 se"},
+      {"U12 e", all, "6201202000_00012_U12 e"},
+      {"Dir 3 k1", all, "8000303001_00012_Dir 3 k1"},
+      {"ö dir", ecsfSorted, "7200002000_00012_ö dir"},
+      {"Mo35", ecsfSorted, "9296401000_00012_Mo35"},
+      {"M 35 s", byGender, "2103503000_00012_M 35 s"},
+      {"D22", byGender, "2002201000_00012_D22"},
       {"99999999999999999999", all, "9299901000_00012_99999999999999999999"},
   };
   for (const auto& [name, flags, key] : rows) {
@@ -65,6 +73,39 @@ TEST_F(EventCategories, TheLastOneHandedOutIsKept) {
   expectShown({"A", "B"});
   ASSERT_EQ(event_.category(0, kept), 0);
   expectShown({"C", "B"});
+}
+
+// The object that was handed out goes to another place: it is that category then, and the one it
+// came from is as it was.
+TEST_F(EventCategories, AreCopiedByStoringTheOneHandedOut) {
+  addAndSave({"A", "B", "C"});
+  const std::shared_ptr<LRKCategory> copied = event_.category(0);
+  ASSERT_EQ(event_.addCategory(event_.category(0)), 0);
+  ASSERT_EQ(event_.category(2, event_.category(0)), 0);
+  expectShown({"A", "B", "A", "A"});
+  for (int i = 0; i < event_.noOfCategories(); ++i) {
+    EXPECT_EQ(event_.category(i)->categoryIndex(), i);
+    EXPECT_EQ(event_.category(i)->runner(0).categoryIndex(), i);
+  }
+  EXPECT_EQ(copied->categoryIndex(), 3);
+}
+
+// The second category has runners of two courses, but its record says nothing of it.
+TEST_F(EventCategories, UpdateForkingInfoStoresAllAndSaves) {
+  LRKCategory forked = categoryNamed("B", 2);
+  forked.runner(1) = runnerOn({31, 33, 34});
+  ASSERT_EQ(openBytes(eventFile({encodeCategory(categoryNamed("A")), encodeCategory(forked)})), 0);
+  const auto number = [this](int category, enmFileTag tag) {
+    return fromTagValue<int>(event_.extractCategoryTag(category, tag)).value_or(-1);
+  };
+  EXPECT_EQ(number(1, etagCategoryMaxNoOfLegs), 0);
+  ASSERT_EQ(event_.updateForkingInfo(), 0);
+  ASSERT_EQ(event_.openEvent(path_), 0);
+  EXPECT_EQ(number(0, etagCategoryMinNoOfLegs), 3);
+  EXPECT_EQ(number(0, etagCategoryAllRunnersHaveTheSameForking), 1);
+  EXPECT_EQ(number(1, etagCategoryMinNoOfLegs), 3);
+  EXPECT_EQ(number(1, etagCategoryMaxNoOfLegs), 4);
+  EXPECT_EQ(number(1, etagCategoryAllRunnersHaveTheSameForking), 0);
 }
 
 // Long series of random changes against lists kept in memory. The event begins as a file with

@@ -29,6 +29,9 @@ struct Record;
 /// copy; a change to it reaches the event when it is stored with category(index, category), and the
 /// event file with saveEvent().
 ///
+/// Paths are the system's own: "\" separates folders in tempFilePath() only, and where the system
+/// has it so.
+///
 /// Categories have a file index (their place in the file) and a display index (their place in the
 /// sorted list); arguments are display indices except where said. File operations return
 /// enmErrorConstants, 0 on success; nothing throws. One event is used from one thread; any number
@@ -87,7 +90,8 @@ class LRKEvent {
   /// happens, the event stays open and keeps its filename(), and can be saved elsewhere. Of several
   /// events that are saved to one file the last one wins.
   std::int32_t saveEvent(const std::string& fileName = {});
-  /// Removes the working files; what was not saved is lost. Nothing happens to a closed event.
+  /// Closes the working file, and with it what was not saved is lost. Nothing happens to a closed
+  /// event.
   std::int32_t closeEvent();
 
   /// Loads all records into memory for a series of extractions, until closeTempFile() or the next
@@ -107,12 +111,18 @@ class LRKEvent {
   /// or an unreadable working file. The last one handed out is kept: asking again gives the same
   /// object.
   std::shared_ptr<LRKCategory> category(int index);
+  /// The category as it is stored, decoded on every call, whatever became of the object that
+  /// category() handed out. Nothing where category() gives nothing.
+  std::optional<LRKCategory> storedCategory(int index) const;
   /// Stores a category at that place, or changes nothing in the event and gives
   /// LRK_COULD_NOT_OPEN_TEMPORARY_FILE when the disk is full. What the file needs is worked out on
   /// the object first: forking information, entries for all legs run, course names and type,
-  /// places. Its runners are numbered anew; when they were re-ordered, added or removed, derived
-  /// courses follow them by name and club and lose those who are gone. An index out of range
-  /// changes nothing.
+  /// places. Its runners are numbered anew, and derived courses follow them: by name and club, of
+  /// several who have these in common each by runnerIndex(), and whoever was corrected by the
+  /// runnerIndex() that the object handed out for this place carries. They lose those who are gone.
+  /// An index out of range changes nothing.
+  ///
+  /// The object may have been handed out for another place: it belongs to this one then.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
     return this->category(index, *category);
@@ -140,7 +150,7 @@ class LRKEvent {
   /// Derived courses lose the runners of the category.
   std::int32_t deleteCategory(int index);
   /// Stores in the place of the first category with the same name, whatever its case, and tells so;
-  /// adds the category when there is none. The event is as it was when the disk is full.
+  /// adds the category when there is none. False, and the event as it was, when storing fails.
   bool replaceCategoryByName(LRKCategory& category);
 
   /// Stores every category again, with what is worked out on the way, and saves the event.
@@ -261,6 +271,7 @@ class LRKEvent {
   bool isCategory(int index) const { return index >= 0 && index < noOfCategories(); }
   bool isDerivedCourse(int index) const;
   std::int32_t storeAt(int fileIndex, LRKCategory& category);
+  void settle(LRKCategory& category, int displayIndex);
   bool moveInFile(int from, int to);
   std::int32_t storeDerived(Record& record, LRKDerivedCourse derivedCourse);
   void stampForSaving();

@@ -67,12 +67,21 @@ std::shared_ptr<LRKCategory> LRKEvent::category(int index) {
   if (!isCategory(index)) return nullptr;
   if (index != currentIndex_) {
     unsetCurrentCategory();
-    std::string record;
-    if (!store_->read(store_->categories[at(categoryFileIndex(index))], record)) return nullptr;
-    current_ = std::make_shared<LRKCategory>(decodeCategory(record, index));
+    std::optional<LRKCategory> stored = storedCategory(index);
+    if (!stored) return nullptr;
+    current_ = std::make_shared<LRKCategory>(*std::move(stored));
     currentIndex_ = index;
   }
   return current_;
+}
+
+std::optional<LRKCategory> LRKEvent::storedCategory(int index) const {
+  std::string record;
+  if (!isCategory(index) ||
+      !store_->read(store_->categories[at(categoryFileIndex(index))], record)) {
+    return std::nullopt;
+  }
+  return decodeCategory(record, index);
 }
 
 void LRKEvent::unsetCurrentCategory() {
@@ -87,38 +96,46 @@ std::int32_t LRKEvent::category(int index, LRKCategory& category) {
 
 std::int32_t LRKEvent::storeAt(int fileIndex, LRKCategory& category) {
   const int displayIndex = categoryDisplayIndex(fileIndex);
-  category.categoryIndex(displayIndex);
   deriveStoredValues(category);
   Record& record = store_->categories[at(fileIndex)];
   std::string bytes = encodeCategory(category);
   std::vector<RecordBytes> changes;
-  if (!renumberRunners(*store_, fileIndex, bytes, changes)) {
+  if (!renumberRunners(*store_, fileIndex, displayIndex, category, bytes, changes)) {
     return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
   changes.push_back({&record, std::move(bytes)});
   const std::int32_t result = store_->write(changes);
   if (result != 0) return result;
   record.name = category.name();
-  numberRunners(category);
   store_->straighten();
-  if (currentIndex_ == displayIndex && current_.get() != &category) unsetCurrentCategory();
+  settle(category, displayIndex);
   return 0;
+}
+
+// The category was stored at that place. The object that was handed out may come from another one.
+void LRKEvent::settle(LRKCategory& category, int displayIndex) {
+  category.categoryIndex(displayIndex);
+  numberRunners(category);
+  if (current_.get() == &category) {
+    currentIndex_ = displayIndex;
+  } else if (currentIndex_ == displayIndex) {
+    unsetCurrentCategory();
+  }
 }
 
 std::int32_t LRKEvent::addCategory(LRKCategory& category) {
   if (!isOpen() || store_->isFull()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   const int index = noOfCategories();
-  category.categoryIndex(index);
   deriveStoredValues(category);
   Record record;
   record.place = index;
   record.name = category.name();
   const std::int32_t result = store_->write(record, encodeCategory(category));
   if (result != 0) return result;
-  numberRunners(category);
   store_->categories.push_back(std::move(record));
   displayToFile_.push_back(index);
   fileToDisplay_.push_back(index);
+  settle(category, index);
   return 0;
 }
 
@@ -163,8 +180,7 @@ std::int32_t LRKEvent::deleteCategory(int index) {
 bool LRKEvent::replaceCategoryByName(LRKCategory& category) {
   for (int i = 0; i < noOfCategories(); ++i) {
     if (!equalNoCase(store_->categories[at(i)].name, category.name())) continue;
-    storeAt(i, category);
-    return true;
+    return storeAt(i, category) == 0;
   }
   addCategory(category);
   return false;
@@ -174,14 +190,14 @@ std::int32_t LRKEvent::updateForkingInfo() {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   unsetCurrentCategory();
   // The runners stay who and where they are, so derived courses need no renumbering.
-  for (Record& record : store_->categories) {
-    std::string bytes;
-    if (!store_->read(record, bytes)) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-    LRKCategory category = decodeCategory(bytes, 0);
-    deriveStoredValues(category);
-    const std::int32_t result = store_->write(record, encodeCategory(category));
+  for (int i = 0; i < noOfCategories(); ++i) {
+    std::optional<LRKCategory> category = storedCategory(categoryDisplayIndex(i));
+    if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    deriveStoredValues(*category);
+    Record& record = store_->categories[at(i)];
+    const std::int32_t result = store_->write(record, encodeCategory(*category));
     if (result != 0) return result;
-    record.name = category.name();
+    record.name = category->name();
   }
   store_->straighten();
   return saveEvent();

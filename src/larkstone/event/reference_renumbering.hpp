@@ -8,6 +8,7 @@
 
 #include "larkstone/core/ranking.hpp"
 #include "larkstone/event/event_store.hpp"
+#include "larkstone/model/category.hpp"
 
 namespace larkstone {
 
@@ -19,13 +20,17 @@ namespace larkstone {
 /// decodes only those it concerns.
 std::int32_t renumberCategories(EventStore& store, const TranslationTable& newIndices);
 
-/// A category is about to be stored as that record. When it has not got the same runners (by name
-/// and club) in the same places, each is looked up in the new one; references to those who are gone
-/// are removed. Names are compared as records hold them: what a runner is called in memory may have
-/// letters that the code page lacks.
+/// A category is about to be stored as that record. Each of its runners of before is looked up
+/// among the new ones; references to those who are gone are removed. Whoever has the same name and
+/// club is the same, of several the one with the same runnerIndex(), else the next. Of those who
+/// are left, names and clubs were corrected: they are told by their runnerIndex(), where the
+/// category is an object that the event handed out. Names are compared as records hold them: what a
+/// runner is called in memory may have letters that the code page lacks.
+///
 /// Appends the derived courses whose references change, to be written along with the category.
 /// False when a record cannot be read.
-bool renumberRunners(EventStore& store, int fileIndex, std::string_view newRecord,
+bool renumberRunners(EventStore& store, int fileIndex, int displayIndex,
+                     const LRKCategory& category, std::string_view newRecord,
                      std::vector<RecordBytes>& changes);
 
 }  // namespace larkstone
