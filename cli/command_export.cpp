@@ -62,7 +62,7 @@ bool copied(const std::string& path, Output& output) {
 
 // The exporter writes files; what goes to standard output takes the way over one.
 bool exportedToOutput(LRKEvent& event, ExportMethod method) {
-  const std::string path = freshFileName(nativePath(workingFolder()));
+  const std::string path = freshFileName(nativeFolder(workingFolder()));
   Output output("-");
   const bool done = exported(event, method, path) && copied(path, output);
   removeFile(path);

@@ -109,7 +109,7 @@ EventInput openInput(const std::string& file, const CommonOptions& options) {
   input.event->tempFilePath(workingFolder());
   // The name is only a name: nothing is written under it unless the event is saved.
   const std::int32_t code =
-      input.event->createNewEvent(nativePath(workingFolder()) + "import.lrk4", true);
+      input.event->createNewEvent(nativeFolder(workingFolder()) + "import.lrk4", true);
   if (code != 0) return failed(workingFolder(), errorText(code), errorName(code));
   input.exitCode = importInto(*input.event, file, {}, options);
   if (input.exitCode != exitDone && input.exitCode != exitWarning) input.event.reset();

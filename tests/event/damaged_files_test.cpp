@@ -22,7 +22,7 @@ class DamagedFile : public EventTest {
   std::int32_t openAndSave(const std::string& bytes) {
     const std::int32_t code = openBytes(bytes);
     EXPECT_EQ(event_.isOpen(), code == 0 || code == LRK_UNKNOWN_FILE_VERSION);
-    EXPECT_EQ(filesIn(work_).size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
+    EXPECT_EQ(workingFiles().size(), event_.isOpen() ? 1U : 0U) << "a working file was left";
     for (int stored = 0; event_.isOpen() && stored < 2; ++stored) {
       for (int i = 0; stored && i < event_.noOfCategories(); ++i) {
         EXPECT_EQ(event_.category(i, event_.category(i)), 0);

@@ -55,6 +55,36 @@ TEST_F(EventFile, ValuesOutOfRecordsWithoutDecoding) {
   }
 }
 
+// What is held in memory for extractions is not what was there before a change.
+TEST_F(EventFile, ValuesOutOfRecordsThatChanged) {
+  ASSERT_EQ(openBytes(eventFile({encodeCategory(categoryNamed("A", 3))})), 0);
+  const auto runners = [this](int category) {
+    return event_.extractCategoryTag(category, etagCategoryNoOfRunners);
+  };
+  ASSERT_TRUE(event_.openTempFile());
+  ASSERT_EQ(event_.category(0, std::make_shared<LRKCategory>(categoryNamed("A", 5))), 0);
+  EXPECT_EQ(runners(0), TagValue(5));
+  ASSERT_TRUE(event_.openTempFile());
+  ASSERT_EQ(event_.addCategory(categoryNamed("B", 7)), 0);
+  EXPECT_EQ(runners(1), TagValue(7));
+  ASSERT_TRUE(event_.openTempFile());
+  ASSERT_EQ(event_.deleteCategory(0), 0);
+  EXPECT_EQ(runners(0), TagValue(7));
+}
+
+// "\\" separates folders in tempFilePath only.
+TEST_F(EventFile, PathsAreTheSystemsOwn) {
+  event_.tempFilePath(folder_ + "\\working");
+  ASSERT_EQ(event_.createNewEvent(folder_ + "/a\\b.lrk4"), 0);
+  EXPECT_EQ(workingFiles().size(), 1U);
+  ASSERT_EQ(event_.saveEvent(), 0);
+  ASSERT_EQ(event_.saveEvent(work_ + "..\\evil.lrk4"), 0);
+  EXPECT_TRUE(std::filesystem::exists(folder_ + "/a\\b.lrk4"));
+  EXPECT_TRUE(std::filesystem::exists(work_ + "..\\evil.lrk4"));
+  EXPECT_EQ(filesIn(folder_).size(), 2U);
+  EXPECT_EQ(event_.openEvent(folder_ + "\\a\\b.lrk4"), LRK_FILE_DOES_NOT_EXIST);
+}
+
 // Every text comes back as the code page has it, in every kind of record.
 TEST_F(EventFile, TextsOfAllKinds) {
   std::string page(256, ' ');

@@ -231,7 +231,7 @@ TEST_F(ExportTest, FailuresLeaveTheTargetAsItIs) {
   ASSERT_EQ(event_.addCategory(categoryNamed("A")), 0);
   ASSERT_EQ(event_.addCategory(categoryNamed("B")), 0);
   ASSERT_EQ(event_.saveEvent(), 0);
-  for (const auto& file : filesIn(work_)) std::filesystem::resize_file(file, 0);
+  for (const auto& file : workingFiles()) std::filesystem::resize_file(file, 0);
   EXPECT_EQ(exporter_.exportEventToLRK3(event_, target_), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
   EXPECT_EQ(exporter_.exportEventToIOFXML(event_, target_), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
   event_.closeEvent();

@@ -79,9 +79,10 @@ TEST_F(Disk, AChangeThatStopsAtAnyByte) {
   ASSERT_EQ(other_.openEvent(path_), 0);
   LRKCategory changed = *other_.category(1);
   changed.deleteRunner(0);
-  const fs::path working = filesIn(work_)[0];
+  const fs::path working = workingFiles()[0];
   const auto size = fs::file_size(working);
   const auto change = [&] { return event_.category(1, changed); };
+  EXPECT_EQ(limited(size, [&] { return event_.replaceCategoryByName(changed) ? 1 : 0; }), 0);
   for (rlim_t more = 0; limited(size + more, change) != 0; ++more) {
     ASSERT_EQ(fs::file_size(working), size) << "the disk stays filled";
     expectSame(event_, other_);
@@ -162,17 +163,24 @@ TEST_F(Disk, PlacesWhereNoFileCanBe) {
   EXPECT_EQ(event_.createNewEvent(path_), LRK_FILE_ALREADY_EXISTS);
   other_.tempFilePath(folder_ + "/missing");
   EXPECT_EQ(other_.createNewEvent(missing), LRK_COULD_NOT_CREATE_FILE);
+  const std::string empty = folder_ + "/empty.lrk4";
+  std::ofstream(empty, std::ios::binary) << eventFile({});
+  EXPECT_EQ(other_.openEvent(empty), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_FALSE(other_.isOpen());
 }
 
+// Nobody finds a working file, not even when the program is killed.
 TEST_F(Disk, WorkingFilesArePrivateAndGoAway) {
-  const fs::path file = filesIn(work_)[0];
+  EXPECT_TRUE(filesIn(work_).empty());
+  ASSERT_EQ(workingFiles().size(), 1U);
+  const fs::path file = workingFiles()[0];
   EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   fs::resize_file(file, 10);
   EXPECT_EQ(event_.category(0), nullptr);
   EXPECT_EQ(event_.saveEvent(), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
   expectWhole(false);
   EXPECT_EQ(event_.closeEvent(), 0);
-  EXPECT_TRUE(filesIn(work_).empty());
+  EXPECT_TRUE(workingFiles().empty());
   EXPECT_EQ(event_.addCategory(categoryNamed("C")), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
 }
 
@@ -184,7 +192,7 @@ TEST_F(Disk, StoringOverAndOverDoesNotFillTheDisk) {
     if (i == 20) fs::remove_all(work_);
     megabyte->extraInfo(std::to_string(i));
     ASSERT_EQ(event_.category(0, megabyte), 0);
-    EXPECT_TRUE(i >= 20 || fs::file_size(filesIn(work_)[0]) < 10'000'000);
+    EXPECT_TRUE(i >= 20 || fs::file_size(workingFiles()[0]) < 10'000'000);
   }
   EXPECT_EQ(event_.saveEvent(), 0);
   other_.tempFilePath(folder_);

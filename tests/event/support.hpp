@@ -49,6 +49,19 @@ class EventTest : public testing::Test {
     return {begin(files), end(files)};
   }
 
+  /// The working files of this process. They have no name in their folder any more, but one among
+  /// the open files.
+  std::vector<std::filesystem::path> workingFiles() const {
+    std::vector<std::filesystem::path> files;
+    for (const auto& open : filesIn("/proc/self/fd")) {
+      std::error_code gone;  // as is the one by which the folder was read
+      if (std::filesystem::read_symlink(open, gone).string().starts_with(work_)) {
+        files.push_back(open);
+      }
+    }
+    return files;
+  }
+
   const TempFolder temporary_;
   const std::string folder_ = temporary_.path();
   std::string path_ = folder_ + "/event.lrk4";

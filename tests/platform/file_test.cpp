@@ -19,11 +19,32 @@ struct stat statusOf(const std::string& path) {
 
 unsigned permissionsOf(const std::string& path) { return statusOf(path).st_mode & 0777; }
 
-TEST(FileTest, PathsTakeEitherSeparator) {
-  EXPECT_EQ(nativePath("a\\b/c\\"), "a/b/c/");
-  EXPECT_EQ(fileNameOfPath("a/b\\c.txt"), "c.txt");
-  EXPECT_EQ(fileNameOfPath("c.txt"), "c.txt");
-  EXPECT_EQ(fileNameOfPath("a/"), "");
+TEST(FileTest, FoldersForWorkingFilesTakeEitherSeparator) {
+  EXPECT_EQ(nativeFolder(folderPath("a\\b/c")), "a/b/c/");
+  EXPECT_EQ(nativeFolder(folderPath("")), "./");
+}
+
+TEST(FileTest, OneFileUnderManyNames) {
+  const TempFolder folder;
+  const std::string file = folder.write("a", "");
+  folder.write("b", "");
+  folder.write("x\\a", "");
+  std::filesystem::create_directory(folder / "x");
+  std::filesystem::create_symlink("../a", folder / "x/soft");
+  std::filesystem::create_symlink("../none", folder / "x/dangling");
+  std::filesystem::create_hard_link(file, folder / "hard");
+  for (const char* name : {"a", "./x/../a", "x//soft", "hard"}) {
+    EXPECT_TRUE(isSameFile(file, folder / name) && isSameFile(folder / name, file)) << name;
+    EXPECT_FALSE(isSameFile(folder / name, folder / "b")) << name;
+  }
+  for (const char* name : {"none", "x/../none", "x/dangling"}) {
+    EXPECT_TRUE(isSameFile(folder / name, folder / "none")) << name;
+  }
+  for (const char* name : {"b", "x\\a", "x/a", "A/a", "none"}) {
+    EXPECT_FALSE(isSameFile(file, folder / name)) << name;
+  }
+  EXPECT_FALSE(isSameFile(folder / "no/such", folder / "no/such"));
+  EXPECT_FALSE(isSameFile("", ""));
 }
 
 TEST(FileTest, NewFilesAreTheUsersAloneAndNotTakenOver) {
@@ -34,6 +55,10 @@ TEST(FileTest, NewFilesAreTheUsersAloneAndNotTakenOver) {
   EXPECT_EQ(permissionsOf(name), 0600U);
   EXPECT_FALSE(File(name, File::Mode::create).isOpen());
   EXPECT_NE(freshFileName(folder.path() + "/"), name);
+  File vanishing(folder / "v", File::Mode::vanishing);
+  EXPECT_TRUE(vanishing.writeAt(0, "here"));
+  EXPECT_EQ(vanishing.readAt(0, 9), "here");
+  EXPECT_EQ(folder.noOfFiles(), 1);
 }
 
 TEST(FileTest, BytesAtPositions) {

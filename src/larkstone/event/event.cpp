@@ -36,12 +36,12 @@ void LRKEvent::setPropertyByTag(enmFileTag tag, const TagValue& value, bool setV
 }
 
 std::int32_t LRKEvent::createNewEvent(const std::string& fileName, bool overwrite) {
-  if (!overwrite && fileExists(nativePath(fileName))) return LRK_FILE_ALREADY_EXISTS;
+  if (!overwrite && fileExists(fileName)) return LRK_FILE_ALREADY_EXISTS;
   std::string name = fileName;  // may be our own filename(), which is cleared
   reset();
   filename_ = std::move(name);
   isNew_ = true;
-  auto store = std::make_unique<EventStore>(nativePath(tempFilePath_));
+  auto store = std::make_unique<EventStore>(nativeFolder(tempFilePath_));
   if (!store->isOpen()) return LRK_COULD_NOT_CREATE_FILE;
   store_ = std::move(store);
   return 0;
@@ -50,17 +50,16 @@ std::int32_t LRKEvent::createNewEvent(const std::string& fileName, bool overwrit
 std::int32_t LRKEvent::openEvent(const std::string& fileName) {
   std::string name = fileName;
   reset();
-  const std::string path = nativePath(name);
-  if (!fileExists(path)) return LRK_FILE_DOES_NOT_EXIST;
-  if (isReadOnlyFile(path)) return LRK_FILE_READONLY;
+  if (!fileExists(name)) return LRK_FILE_DOES_NOT_EXIST;
+  if (isReadOnlyFile(name)) return LRK_FILE_READONLY;
   filename_ = std::move(name);
-  return load(path);
+  return load();
 }
 
-std::int32_t LRKEvent::load(const std::string& path) {
-  const File file = isRegularFile(path) ? File(path, File::Mode::read) : File();
+std::int32_t LRKEvent::load() {
+  const File file = isRegularFile(filename_) ? File(filename_, File::Mode::read) : File();
   if (!file.isOpen()) return LRK_COULD_NOT_OPEN_FILE;
-  auto store = std::make_unique<EventStore>(nativePath(tempFilePath_));
+  auto store = std::make_unique<EventStore>(nativeFolder(tempFilePath_));
   const std::int32_t result = readEventFile(file, *this, *store);
   if (result != 0 && result != LRK_UNKNOWN_FILE_VERSION) return result;
   fileSize_ = saturated<std::int32_t>(file.size());
@@ -88,7 +87,7 @@ void LRKEvent::stampForSaving() {
 
 std::int32_t LRKEvent::saveEvent(const std::string& fileName) {
   if (!isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-  const std::string path = nativePath(fileName.empty() ? filename_ : fileName);
+  const std::string& path = fileName.empty() ? filename_ : fileName;
   if (!mayReplaceFile(path)) return LRK_FILE_READONLY;
   WholeFile file(path);
   if (!file.isOpen()) return LRK_COULD_NOT_OPEN_FILE;
@@ -109,10 +108,8 @@ std::int32_t LRKEvent::closeEvent() {
   unsetCurrentCategory();
   displayToFile_.clear();
   fileToDisplay_.clear();
-  if (!isOpen()) return 0;
-  const bool removed = store_->remove();
   store_.reset();
-  return removed ? 0 : LRK_COULD_NOT_DELETE_TEMPORARY_FILE;
+  return 0;
 }
 
 bool LRKEvent::openTempFile() { return isOpen() && store_->hold(); }

@@ -264,7 +264,7 @@ class LRKEvent {
 
  private:
   void reset();
-  std::int32_t load(const std::string& path);
+  std::int32_t load();
   void sortForDisplay();
   /// The stored bytes of a category; empty when they cannot be read.
   std::string categoryRecord(int displayIndex) const;

@@ -128,7 +128,8 @@ std::int32_t readEventFile(const File& file, LRKEvent& event, EventStore& store)
   }
   numberPlaces(store.categories);
   numberPlaces(store.derivedCourses);
-  if (!transfer(file, begin, length, [&](std::string_view b) { return store.append(b); })) {
+  const auto append = [&](std::string_view bytes) { return store.append(bytes); };
+  if (!store.isOpen() || !transfer(file, begin, length, append)) {
     return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
   return header.version > 0 ? LRK_UNKNOWN_FILE_VERSION : 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "larkstone/event/error_constants.hpp"
 
@@ -102,7 +103,8 @@ void EventStore::clearUnused() {
   if (!transferData([&](std::string_view bytes) { return scratch.append(bytes); })) return;
   const std::vector<std::int64_t> ofCategories = categoryPositions();
   const std::vector<std::int64_t> ofDerivedCourses = derivedCoursePositions();
-  if (!scratch.isOpen() || !file_.replaceBy(scratch)) return;
+  if (!scratch.isOpen()) return;
+  file_ = std::move(scratch);
   release();
   for (std::size_t i = 0; i < categories.size(); ++i) categories[i].offset = ofCategories[i];
   for (std::size_t k = 0; k < derivedCourses.size(); ++k) {

@@ -83,9 +83,6 @@ class EventStore {
   /// The first value with that tag in a record.
   TagValue find(const Record& record, const TagRange& range, enmFileTag tag) const;
 
-  /// False when a working file is still there afterwards.
-  bool remove() { return file_.remove(); }
-
  private:
   // Nothing happens where there is no room for a second file.
   void clearUnused();

@@ -1,7 +1,6 @@
 #include "larkstone/event/working_file.hpp"
 
 #include <algorithm>
-#include <utility>
 
 namespace larkstone {
 
@@ -15,9 +14,6 @@ bool transfer(const File& source, std::int64_t offset, std::int64_t length, cons
   }
   return true;
 }
-
-WorkingFile::WorkingFile(const std::string& folder)
-    : path_(freshFileName(folder)), file_(path_, File::Mode::create) {}
 
 bool WorkingFile::append(std::string_view bytes) {
   if (!file_.isOpen() || !file_.writeAt(size_, bytes)) return false;
@@ -33,20 +29,6 @@ void WorkingFile::cutTo(std::int64_t size) {
 bool WorkingFile::read(std::int64_t offset, std::int64_t length, std::string& bytes) const {
   bytes = file_.readAt(offset, length);
   return static_cast<std::int64_t>(bytes.size()) == length;
-}
-
-bool WorkingFile::replaceBy(WorkingFile& other) {
-  if (!renameFile(other.path_, path_)) return false;
-  file_ = std::exchange(other.file_, File());
-  size_ = std::exchange(other.size_, 0);
-  other.path_.clear();
-  return true;
-}
-
-bool WorkingFile::remove() {
-  const bool owned = file_.isOpen();
-  file_.close();
-  return !owned || removeFile(path_);
 }
 
 }  // namespace larkstone

@@ -18,15 +18,13 @@ using ByteSink = std::function<bool(std::string_view)>;
 /// the sink refuses.
 bool transfer(const File& source, std::int64_t offset, std::int64_t length, const ByteSink& sink);
 
-/// A file of a random name, readable by the user alone, that disappears with this
-/// object. It stays open, so that nobody can exchange it.
+/// A file without a name, for this object alone. It is gone with it, also when the program is
+/// killed: what competitors' data it holds nobody finds afterwards.
 class WorkingFile {
  public:
   /// The folder in native form, with a separator at its end.
-  explicit WorkingFile(const std::string& folder);
-  ~WorkingFile() { remove(); }
-  WorkingFile(const WorkingFile&) = delete;
-  WorkingFile& operator=(const WorkingFile&) = delete;
+  explicit WorkingFile(const std::string& folder)
+      : file_(freshFileName(folder), File::Mode::vanishing) {}
 
   bool isOpen() const { return file_.isOpen(); }
   std::int64_t size() const { return size_; }
@@ -40,13 +38,7 @@ class WorkingFile {
     return transfer(file_, offset, length, sink);
   }
 
-  /// Moves the other file over this one, whose bytes are gone then.
-  bool replaceBy(WorkingFile& other);
-  /// False when the file is still there afterwards.
-  bool remove();
-
  private:
-  std::string path_;
   File file_;
   std::int64_t size_ = 0;
 };

@@ -1,7 +1,5 @@
 #include "larkstone/import/import.hpp"
 
-#include <filesystem>
-
 #include "larkstone/core/number.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/formats.hpp"
@@ -54,11 +52,6 @@ std::int32_t importWith(ImportSession& session, enmImportConstants format, LRKEv
                         const std::string& file, const Options& options = {}) {
   return session.run(readerOf(format), {event, file, session, options.zeroTime,
                                         options.parallelMode, options.stageIndex});
-}
-
-bool isSameFile(const std::string& a, const std::string& b) {
-  std::error_code failed;
-  return std::filesystem::equivalent(a, b, failed) && !failed;
 }
 
 // The source is never the target: a reader that fails leaves no file.

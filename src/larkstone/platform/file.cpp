@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -45,6 +46,24 @@ std::string folderOf(const std::string& path) {
   return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
+struct Identity {
+  dev_t device;
+  ino_t number;
+  std::string name;  // in the folder, of a file that is not there yet
+
+  friend bool operator==(const Identity&, const Identity&) = default;
+};
+
+// Nothing for a file in a folder that does not exist.
+std::optional<Identity> identityOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) return Identity{status.st_dev, status.st_ino, {}};
+  const std::string target = resolved(path);
+  const std::string folder = folderOf(target);
+  if (target.empty() || ::stat(folder.c_str(), &status) != 0) return std::nullopt;
+  return Identity{status.st_dev, status.st_ino, target.substr(target.rfind('/') + 1)};
+}
+
 int openHandle(const std::string& path, int flags, mode_t mode = 0) {
   int handle = -1;
   do {
@@ -55,21 +74,21 @@ int openHandle(const std::string& path, int flags, mode_t mode = 0) {
 
 }  // namespace
 
-std::string nativePath(std::string_view path) {
-  std::string native(path);
-  std::replace(native.begin(), native.end(), '\\', '/');
-  return native;
-}
-
 std::string folderPath(std::string path) {
   if (path.empty()) path += '.';
   if (path.back() != '\\') path += '\\';
   return path;
 }
 
-std::string_view fileNameOfPath(std::string_view path) {
-  const auto separator = path.find_last_of("/\\");
-  return separator == std::string_view::npos ? path : path.substr(separator + 1);
+std::string nativeFolder(std::string_view folderPath) {
+  std::string native(folderPath);
+  std::replace(native.begin(), native.end(), '\\', '/');
+  return native;
+}
+
+bool isSameFile(const std::string& a, const std::string& b) {
+  const std::optional<Identity> first = identityOf(a);
+  return first && first == identityOf(b);
 }
 
 bool fileExists(const std::string& path) {
@@ -149,6 +168,11 @@ File::File(const std::string& path, Mode mode) {
       break;
     case Mode::createShared:
       handle_ = openHandle(path, O_RDWR | O_CREAT | O_EXCL, 0666);
+      break;
+    case Mode::vanishing:
+      handle_ = openHandle(path, O_RDWR | O_CREAT | O_EXCL, 0600);
+      // One that kept its name would be left by a program that is killed.
+      if (isOpen() && !removeFile(path)) close();
       break;
   }
 }

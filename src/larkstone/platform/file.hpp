@@ -8,13 +8,19 @@
 
 namespace larkstone {
 
-/// The form of a path that the system understands; "\" separates folders everywhere.
-std::string nativePath(std::string_view path);
+// Paths are the system's own, with one exception: a folder for working files is kept in a form in
+// which "\" separates folders on every system.
+
 /// A folder for working files in the form that properties keep: with a backslash at its end, ".\\"
 /// for an empty path.
 std::string folderPath(std::string path);
-/// The last component of a path with either separator.
-std::string_view fileNameOfPath(std::string_view path);
+/// Such a folder as the system understands it, with a separator at its end.
+std::string nativeFolder(std::string_view folderPath);
+
+/// Whether two paths name one file: by another spelling, through symbolic or hard links, or in
+/// another letter case where the system disregards it. A file that is not there yet is told by its
+/// folder and name.
+bool isSameFile(const std::string& a, const std::string& b);
 
 bool fileExists(const std::string& path);
 /// True when there is no such file afterwards.
@@ -42,6 +48,7 @@ class File {
     readWrite,
     create,        ///< a new file, readable by the user alone; fails when the name is taken
     createShared,  ///< the same, with the permissions that any new file gets
+    vanishing,     ///< a new file for the user alone that has no name and is gone when it is closed
   };
 
   File() = default;
