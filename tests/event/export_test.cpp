@@ -2,6 +2,11 @@
 
 #include "larkstone/event/export.hpp"
 
+#include <functional>
+#include <utility>
+
+#include <gmock/gmock.h>
+
 #include "larkstone/core/text.hpp"
 
 #include "support.hpp"
@@ -55,6 +60,34 @@ TEST_F(ExportTest, Lrk3HoldsNamesAndLegTimes) {
   EXPECT_EQ(bytesOf(target_), header + little(46146, 4) + hex("0200") +
                                   hex("2D000000 50000000 7D000000 04010000") + block + hex("FF") +
                                   std::string(255, 'x') + hex("0000 0000"));
+}
+
+// Without an organiser the title is the name, and the event begins on day 0 without a date.
+TEST_F(ExportTest, Lrk3OfAnEmptyEvent) {
+  event_.name(std::string(300, 'y'));
+  ASSERT_EQ(exporter_.exportEventToLRK3(event_, target_), 0);
+  EXPECT_EQ(bytesOf(target_),
+            hex("0D") + "Larkstone 3.0" + hex("FF") + std::string(255, 'y') + hex("00000000 0000"));
+}
+
+// What the host did to the category it was handed and has not stored is not written, and stays.
+TEST_F(ExportTest, HoldsWhatIsStored) {
+  for (const char* name : {"A", "B"}) ASSERT_EQ(event_.addCategory(categoryNamed(name, 2)), 0);
+  using Method = std::int32_t (LRKExport::*)(LRKEvent&, const std::string&);
+  for (const Method method :
+       {Method{&LRKExport::exportEventToLRK3}, Method{&LRKExport::exportEventToIOFXML},
+        Method{&LRKExport::exportEventToIOFXML3}}) {
+    event_.unsetCurrentCategory();
+    ASSERT_EQ((exporter_.*method)(event_, target_), 0);
+    const std::string stored = bytesOf(target_);
+    const std::shared_ptr<LRKCategory> changed = event_.category(0);
+    changed->name("Changed");
+    changed->addRunner(runnerOn({31, 32, 33}));
+    ASSERT_EQ((exporter_.*method)(event_, target_), 0);
+    EXPECT_TRUE(bytesOf(target_) == stored);
+    EXPECT_EQ(event_.category(0), changed);
+    EXPECT_EQ(changed->noOfRunners(), 3);
+  }
 }
 
 // Elements as they stand in a document, for the width of this page with several in a line.
@@ -217,11 +250,131 @@ TEST_F(ExportTest, IofXml3CountsFromTheStart) {
                                 "\n"));
 }
 
+// Without line ends and indentation.
+std::string flat(const std::string& xml) {
+  std::string text;
+  for (const char c : xml) {
+    if (c != '\r' && c != '\n' && !(c == ' ' && text.ends_with('>'))) text += c;
+  }
+  return text;
+}
+
+// What is not set is not written, and each thing that is set is written alone.
+TEST_F(ExportTest, ElementsOfWhatIsSet) {
+  struct Row {
+    std::function<void(LRKCategory&, LRKRunner&)> set;
+    const char* of2;
+    const char* of3;
+  };
+  const auto person = [](std::function<void(LRKRunner&)> set) {
+    return [set = std::move(set)](LRKCategory&, LRKRunner& runner) { set(runner); };
+  };
+  const auto ofEvent = [this](std::function<void(LRKEvent&)> set) {
+    return [this, set = std::move(set)](LRKCategory&, LRKRunner&) { set(event_); };
+  };
+  const auto date = dateOf({2026, 5, 3}, 4320000);
+  const Row rows[] = {
+      {[](LRKCategory&, LRKRunner&) {},
+       R"(<ResultList status="complete"><IOFVersion version="2.0.3" /><Event><Name>E</Name>)"
+       R"(<EventClassificationId>0</EventClassificationId><StartDate>)"
+       R"(<Date dateFormat="YYYY-MM-DD">1899-12-30</Date></StartDate></Event><ClassResult>)"
+       R"(<ClassShortName>C</ClassShortName><PersonResult><Person><PersonName><Family />)"
+       R"(<Given sequence="1">Eva</Given></PersonName></Person><Result>)"
+       R"(<CompetitorStatus value="Unknown" /></Result></PersonResult></ClassResult><ModifyDate>)",
+       R"( creator="Larkstone"><Event><Name>E</Name></Event><ClassResult><Class><Name>C</Name>)"
+       R"(</Class><PersonResult><Person><Name><Family></Family><Given>Eva</Given></Name></Person>)"
+       R"(</PersonResult></ClassResult></ResultList>)"},
+      {person([](auto& r) { r.gender(egndFemale); }), R"(<Person sex="F">)", R"(<Person sex="F">)"},
+      {person([](auto& r) { r.gender(egndUnknown); }), R"(<Person sex="M">)", "<Person><Name>"},
+      {person([](auto& r) { r.firstName("Ida"); }), R"(<Family></Family><Given sequence="1">Ida<)",
+       "<Family></Family><Given>Ida<"},
+      {person([](auto& r) { r.ID(5), r.IDManager("M&"); }),
+       R"(<PersonId idManager="M&amp;">5</PersonId>)", R"(<Id type="M&amp;">5</Id><Name>)"},
+      {person([](auto& r) {
+         r.birthDate(dateOf({1987, 2, 3}));
+       }),
+       "<BirthDate><Date>1987-02-03</Date></BirthDate>", "<BirthDate>1987-02-03</BirthDate>"},
+      {person([](auto& r) { r.nationalityCode("NOR"); }),
+       R"(<Nationality><Country><CountryId value="NOR" /></Country></Nationality></Person>)",
+       R"(<Nationality code="NOR"></Nationality></Person>)"},
+      {person([](auto& r) { r.nationality("Norge"); }), "</PersonName></Person>",
+       R"(<Nationality code="">Norge</Nationality>)"},
+      {person([](auto& r) { r.club("OK"); }),
+       R"(<Club><Name>OK</Name><ShortName /><Country><CountryId value="other" /></Country></Club>)",
+       "<Organisation><Name>OK</Name></Organisation>"},
+      {person([](auto& r) { r.clubID(3); }), "</Person><Result>",
+       "<Organisation><Id>3</Id><Name></Name></Organisation>"},
+      {person([](auto& r) { r.rankingName("W"); }), "<Rank><Name>W</Name></Rank>",
+       "</Person></PersonResult>"},
+      {person([](auto& r) { r.rankingOrganisationID(8), r.rankingPosition(4); }),
+       "<Rank><OrganisationId>8</OrganisationId><RankPosition>4</RankPosition></Rank>",
+       "</Person></PersonResult>"},
+      {person([](auto& r) { r.rankingPosition(4), r.rankingValue(1); }), "</Person><Result>",
+       "</Person></PersonResult>"},
+      {person([](auto& r) { r.cCardID(9); }), "<Result><CCardId>9</CCardId><Comp",
+       "<Result><Status>Inactive</Status><ControlCard>9</ControlCard></Result>"},
+      {person([](auto& r) { r.punchingUnitType("SI"); }), "<Result><Comp",
+       R"(<ControlCard punchingSystem="SI"></ControlCard>)"},
+      {person([](auto& r) { r.courseLength(4200); }),
+       R"(<CourseLength unit="m">42</CourseLength></Result>)",
+       "<Course><Length>42</Length></Course></Result>"},
+      {[](LRKCategory& c, LRKRunner&) { c.gender(egndFemale), c.ID(4), c.shortName("c"); },
+       "<ClassResult><ClassShortName>C<",
+       R"(<Class sex="F"><Id>4</Id><Name>C</Name><ShortName>c</ShortName></Class>)"},
+      {[](LRKCategory& c, LRKRunner&) { c.courseLength(420000); },
+       "</ClassShortName><PersonResult>",
+       "</Class><Course><Length>4200</Length></Course><PersonResult>"},
+      {ofEvent([](auto& e) { e.ID(7); }), "<Event><EventId>7</EventId><", "<Event><Id>7</Id><"},
+      {ofEvent([](auto& e) { e.classification(eclfClub); }), "<EventClassificationId>5<",
+       "<Classification>Club</Classification></Event>"},
+      {ofEvent([&](auto& e) { e.eventDate(date); }),
+       R"(<FinishDate><Date dateFormat="YYYY-MM-DD">2026-05-03</Date></FinishDate></Event>)",
+       "<EndTime><Date>2026-05-03</Date><Time>12:00:00</Time></EndTime></Event>"},
+      {ofEvent([](auto& e) { e.organiser("O"), e.organiserCountryCode("SWE"); }),
+       R"(<Organiser><Club><Name>O</Name><ShortName /><Country><CountryId value="SWE" />)"
+       "</Country></Club></Organiser></Event>",
+       R"(<Organiser><Name>O</Name><Country code="SWE"></Country></Organiser></Event>)"},
+      {ofEvent([](auto& e) { e.organiserId(5); }), "</StartDate></Event>",
+       "<Organiser><Id>5</Id><Name></Name></Organiser></Event>"},
+  };
+  for (const Row& row : rows) {
+    ASSERT_EQ(event_.createNewEvent(path_, true), 0);
+    event_.name("E");
+    LRKCategory category = categoryNamed("C", 0);
+    category.addRunner(runnerNamed("Eva"));
+    category.runner(0).startTime(LRK_NO_TIME);
+    category.runner(0).finishTime(LRK_NO_TIME);
+    row.set(category, category.runner(0));
+    ASSERT_EQ(event_.addCategory(category), 0);
+    ASSERT_EQ(exporter_.exportEventToIOFXML(event_, target_), 0);
+    EXPECT_THAT(flat(bytesOf(target_)), testing::HasSubstr(row.of2)) << &row - rows;
+    ASSERT_EQ(exporter_.exportEventToIOFXML3(event_, target_), 0);
+    EXPECT_THAT(flat(bytesOf(target_)), testing::HasSubstr(row.of3)) << &row - rows;
+  }
+}
+
+// An event file is not written over, whatever it is called.
+TEST_F(ExportTest, NoOutputGoesOverItsInput) {
+  exporter_.tempFilePath(work_);
+  ASSERT_EQ(event_.addCategory(categoryNamed("A")), 0);
+  ASSERT_EQ(event_.saveEvent(), 0);
+  const std::string saved = bytesOf(path_);
+  std::filesystem::create_symlink("event.lrk4", folder_ + "/link");
+  std::filesystem::create_hard_link(path_, folder_ + "/hard");
+  for (const std::string& name :
+       {path_, folder_ + "/working/..//./event.lrk4", folder_ + "/link", folder_ + "/hard"}) {
+    EXPECT_EQ(exporter_.exportLRK3(path_, name), LRK_FILE_ALREADY_EXISTS) << name;
+    EXPECT_EQ(exporter_.exportIOFXML(name, path_), LRK_FILE_ALREADY_EXISTS) << name;
+    EXPECT_EQ(exporter_.exportEventToIOFXML3(event_, name), LRK_FILE_ALREADY_EXISTS) << name;
+    EXPECT_TRUE(bytesOf(path_) == saved && bytesOf(name) == saved) << name;
+  }
+}
+
 TEST_F(ExportTest, FailuresLeaveTheTargetAsItIs) {
   std::ofstream(target_) << "before";
   exporter_.tempFilePath(work_);
   EXPECT_EQ(exporter_.exportIOFXML(folder_ + "/none.lrk4", target_), LRK_FILE_DOES_NOT_EXIST);
-  EXPECT_EQ(exporter_.exportIOFXML3(target_, target_), LRK_NOT_A_LRK_FILE);
+  EXPECT_EQ(exporter_.exportIOFXML3(target_, folder_ + "/other"), LRK_NOT_A_LRK_FILE);
   EXPECT_EQ(exporter_.exportEventToIOFXML3(event_, folder_ + "/no/such"), LRK_COULD_NOT_OPEN_FILE);
   EXPECT_EQ(exporter_.exportEventToIOFXML3(event_, "/dev/full"), LRK_COULD_NOT_OPEN_FILE);
   std::filesystem::permissions(target_, std::filesystem::perms::owner_read);

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "imported.hpp"
 
@@ -164,13 +165,52 @@ TEST_F(DriverTest, AFailedConversionLeavesNoFile) {
   EXPECT_EQ(importer.convert(LRK_IMPORT_AUTO, target, folder / "missing"), LRK_IMPORT_UNKNOWN);
   EXPECT_EQ(importer.convertIOFXML(target, folder / "missing"), LRK_IMPORT_FILE_DOES_NOT_EXIST);
   EXPECT_EQ(importer.convertIOFXML(folder / "none/out.lrk4", list), 256 + LRK_COULD_NOT_OPEN_FILE);
-  // A result list is never its own target.
-  EXPECT_EQ(importer.convertIOFXML(list, list), 256 + LRK_FILE_ALREADY_EXISTS);
-  EXPECT_EQ(test::bytesOf(list), listOf({"A"}));
   event.closeEvent();
   EXPECT_EQ(importer.import(LRK_IMPORT_XML, event, list), 256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
   EXPECT_FALSE(importer.importingNow());
   EXPECT_EQ(importName(256 + LRK_FILE_READONLY), "LRK_FILE_READONLY");
+}
+
+// Nor does anything go over the list that is read, whatever it is called.
+TEST_F(DriverTest, AListIsNeverItsOwnTarget) {
+  const std::string list = write({"A"});
+  std::filesystem::create_symlink(list, folder / "soft");
+  std::filesystem::create_hard_link(list, folder / "hard");
+  for (const std::string& name : {list, folder / ".//list.xml", folder / "soft", folder / "hard"}) {
+    EXPECT_EQ(importer.convertIOFXML(name, list), 256 + LRK_FILE_ALREADY_EXISTS);
+    EXPECT_EQ(importer.convert(LRK_IMPORT_CSV, list, name), 256 + LRK_FILE_ALREADY_EXISTS);
+    ASSERT_EQ(event.createNewEvent(name, true), 0);  // which would be saved there
+    EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, list), 256 + LRK_FILE_ALREADY_EXISTS);
+    EXPECT_EQ(importer.importStartlistOLAHTML(event, list), 256 + LRK_FILE_ALREADY_EXISTS);
+    EXPECT_EQ(test::bytesOf(name), listOf({"A"}));
+  }
+  // A backslash is a letter like any other.
+  std::filesystem::create_directory(folder / "w");
+  const std::string other = folder / "w/list.xml";
+  std::filesystem::copy(list, other);
+  EXPECT_EQ(importer.convertIOFXML(folder / "w\\list.xml", other), 0);
+  EXPECT_EQ(test::bytesOf(other), listOf({"A"}));
+}
+
+// A failed conversion takes away an event file that was there, but nothing that is no file, and
+// nothing that the user protected.
+TEST_F(DriverTest, AFailedConversionKeepsWhatItMayNotReplace) {
+  const std::string broken = folder.write("broken.xml", "<ResultList><a>");
+  folder.write("out.lrk4", "what was there");
+  std::filesystem::permissions(target, std::filesystem::perms::owner_read);
+  EXPECT_EQ(importer.convertIOFXML(target, broken), LRK_IMPORT_IOF_XML_INVALID_FORMAT);
+  EXPECT_EQ(test::bytesOf(target), "what was there");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(importer.convertIOFXML(folder / "pipe", broken), LRK_IMPORT_IOF_XML_INVALID_FORMAT);
+  EXPECT_TRUE(std::filesystem::exists(folder / "pipe"));
+}
+
+TEST_F(DriverTest, AnEventThatIsFullSaysSo) {
+  std::vector<std::string> classes(4096, "A");
+  EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, write(classes)),
+            256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(event.noOfCategories(), 4095);
+  EXPECT_NE(importText(256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE).find("4095"), std::string::npos);
 }
 
 }  // namespace

@@ -20,7 +20,9 @@ constexpr Row rows[] = {
     LRK_ERROR(LRK_FILE_ALREADY_EXISTS, "the file exists already"),
     LRK_ERROR(LRK_COULD_NOT_CREATE_FILE, "a working file could not be created"),
     LRK_ERROR(LRK_UNKNOWN_FILE_VERSION, "the file was written by a newer version"),
-    LRK_ERROR(LRK_COULD_NOT_OPEN_TEMPORARY_FILE, "a working file could not be read or written"),
+    LRK_ERROR(LRK_COULD_NOT_OPEN_TEMPORARY_FILE,
+              "a working file could not be read or written, or the event is closed or full (4095 "
+              "categories and derived courses)"),
     LRK_ERROR(LRK_COULD_NOT_DELETE_TEMPORARY_FILE, "a working file could not be deleted"),
     LRK_ERROR(LRK_COULD_NOT_COPY_TEMPORARY_FILE, "a working file could not be replaced"),
     LRK_ERROR(LRK_COULD_NOT_OPEN_FILE, "the file could not be opened or written"),

@@ -12,10 +12,10 @@ enum enmErrorConstants : std::int32_t {
   LRK_INVALID_FILE_FORMAT = 2,
   LRK_FILE_DOES_NOT_EXIST = 3,
   LRK_FILE_READONLY = 4,
-  LRK_FILE_ALREADY_EXISTS = 5,
+  LRK_FILE_ALREADY_EXISTS = 5,  ///< also: an output would replace the file it is made from
   LRK_COULD_NOT_CREATE_FILE = 6,
-  LRK_UNKNOWN_FILE_VERSION = 7,  ///< a warning: the event is open all the same
-  LRK_COULD_NOT_OPEN_TEMPORARY_FILE = 8,
+  LRK_UNKNOWN_FILE_VERSION = 7,           ///< a warning: the event is open all the same
+  LRK_COULD_NOT_OPEN_TEMPORARY_FILE = 8,  ///< also: the event is closed, or full
   LRK_COULD_NOT_DELETE_TEMPORARY_FILE = 9,
   LRK_COULD_NOT_COPY_TEMPORARY_FILE = 10,
   LRK_COULD_NOT_OPEN_FILE = 11,

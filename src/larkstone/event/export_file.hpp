@@ -1,49 +1,46 @@
 #pragma once
 
-// The file that an export writes, and the writers of the formats.
+// Where an export goes, and the writers of the formats.
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "larkstone/platform/file.hpp"
+#include "larkstone/event/export.hpp"
 
 namespace larkstone {
 
 class LRKEvent;
 
-/// A file written in large pieces that appears whole or not at all.
+/// Hands on what is written in large pieces.
 class ExportFile {
  public:
-  explicit ExportFile(const std::string& path) : file_(path) {}
+  explicit ExportFile(const ExportSink& sink) : sink_(sink) {}
 
-  bool isOpen() const { return file_.isOpen(); }
   void write(std::string_view bytes) {
     pending_ += bytes;
     if (pending_.size() >= pieceSize) flush();
   }
-  bool commit() {
-    flush();
-    return file_.commit();
+  /// Hands on the rest; false when not everything was taken.
+  bool flush() {
+    taken_ = taken_ && sink_(pending_);
+    pending_.clear();
+    return taken_;
   }
 
  private:
   static constexpr std::size_t pieceSize = 1 << 16;
 
-  void flush() {
-    file_.write(pending_);  // commit() remembers a failure
-    pending_.clear();
-  }
-
-  WholeFile file_;
+  const ExportSink& sink_;
   std::string pending_;
+  bool taken_ = true;
 };
 
-/// Each writes an open event and returns enmErrorConstants; failures of the file are left to its
-/// commit().
-std::int32_t writeLrk3(LRKEvent& event, ExportFile& file);
-std::int32_t writeIofXml2(LRKEvent& event, ExportFile& file);
-std::int32_t writeIofXml3(LRKEvent& event, ExportFile& file);
+/// Each writes what an open event has stored and returns enmErrorConstants; failures of the file
+/// are left to its flush().
+std::int32_t writeLrk3(const LRKEvent& event, ExportFile& file);
+std::int32_t writeIofXml2(const LRKEvent& event, ExportFile& file);
+std::int32_t writeIofXml3(const LRKEvent& event, ExportFile& file);
 
 }  // namespace larkstone

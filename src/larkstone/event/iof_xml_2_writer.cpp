@@ -265,7 +265,7 @@ void writeModifyDate(XmlLines& xml, Date modified) {
 
 }  // namespace
 
-std::int32_t writeIofXml2(LRKEvent& event, ExportFile& file) {
+std::int32_t writeIofXml2(const LRKEvent& event, ExportFile& file) {
   XmlLines xml(file, form);
   xml.line(R"(<?xml version="1.0" encoding="ISO-8859-1"?>)");
   xml.line(R"(<!DOCTYPE ResultList SYSTEM "IOFdata.dtd">)");
@@ -273,7 +273,7 @@ std::int32_t writeIofXml2(LRKEvent& event, ExportFile& file) {
   xml.empty(XmlTag("IOFVersion").with("version", "2.0.3"));
   writeEvent(xml, event);
   for (int i = 0; i < event.noOfCategories(); ++i) {
-    const auto category = event.category(i);
+    const auto category = event.storedCategory(i);
     if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
     xml.open("ClassResult");
     xml.element("ClassShortName", category->name());

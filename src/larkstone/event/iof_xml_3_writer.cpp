@@ -297,14 +297,14 @@ XmlTag listTag(const LRKEvent& event) {
 
 }  // namespace
 
-std::int32_t writeIofXml3(LRKEvent& event, ExportFile& file) {
+std::int32_t writeIofXml3(const LRKEvent& event, ExportFile& file) {
   const Date eventDay = event.startDateSet() ? event.startDate() : Date{};
   XmlLines xml(file, form);
   xml.line(R"(<?xml version="1.0" encoding="UTF-8"?>)");
   xml.open(listTag(event));
   writeEvent(xml, event);
   for (int i = 0; i < event.noOfCategories(); ++i) {
-    const auto category = event.category(i);
+    const auto category = event.storedCategory(i);
     if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
     writeCategory(xml, *category, eventDay);
   }

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/event.hpp"
 #include "larkstone/event/export_file.hpp"
+#include "larkstone/event/working_file.hpp"
 
 namespace larkstone {
 
@@ -64,46 +66,60 @@ std::string runnerRecord(const LRKRunner& runner, int noOfLegs) {
 
 // Every runner gets as many legs as the longest one has, so a block can be much larger than the
 // category: it is handed on in pieces.
-template <class Sink>
-void encode(const LRKCategory& category, Sink sink) {
+void writeBlock(const LRKCategory& category, ExportFile& blocks) {
   int noOfLegs = 0;
   for (int i = 0; i < category.noOfRunners(); ++i) {
     noOfLegs = std::max(noOfLegs, category.runner(i).punches().count() - 1);
   }
-  sink(shortText(category.name()) + little(category.noOfRunners(), 2) + little(noOfLegs, 2));
-  sink(std::string(4 * static_cast<std::size_t>(noOfLegs), '\0'));
-  for (int i = 0; i < category.noOfRunners(); ++i) sink(runnerRecord(category.runner(i), noOfLegs));
+  blocks.write(shortText(category.name()) + little(category.noOfRunners(), 2) +
+               little(noOfLegs, 2));
+  blocks.write(std::string(4 * static_cast<std::size_t>(noOfLegs), '\0'));
+  for (int i = 0; i < category.noOfRunners(); ++i) {
+    blocks.write(runnerRecord(category.runner(i), noOfLegs));
+  }
+}
+
+// Writes the block of every category behind the one before and gives their ends.
+std::int32_t writeBlocks(const LRKEvent& event, WorkingFile& file,
+                         std::vector<std::int64_t>& ends) {
+  const ExportSink append = [&file](std::string_view bytes) { return file.append(bytes); };
+  ExportFile blocks(append);
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    const auto category = event.storedCategory(i);
+    if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    writeBlock(*category, blocks);
+    if (!blocks.flush()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+    // Offsets of 4 bytes do not reach further.
+    if (file.size() > std::numeric_limits<std::uint32_t>::max()) return LRK_COULD_NOT_OPEN_FILE;
+    ends.push_back(file.size());
+  }
+  return 0;
 }
 
 }  // namespace
 
-// The table in front needs the lengths of all blocks: every category is encoded twice, first to be
-// measured.
-std::int32_t writeLrk3(LRKEvent& event, ExportFile& file) {
-  const std::string header = headerOf(event);
-  std::string table;
-  std::int64_t offset =
-      static_cast<std::int64_t>(header.size()) + std::int64_t{8} * event.noOfCategories() + 1;
-  for (int i = 0; i < event.noOfCategories(); ++i) {
-    const auto category = event.category(i);
-    if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-    std::int64_t length = 0;
-    encode(*category, [&length](std::string_view piece) {
-      length += static_cast<std::int64_t>(piece.size());
-    });
-    table += little(offset, 4) + little(length, 4);
-    offset += length;
-  }
-  // Offsets of 4 bytes do not reach further.
-  if (offset > std::numeric_limits<std::uint32_t>::max()) return LRK_COULD_NOT_OPEN_FILE;
+// The table in front needs the lengths of all blocks, so these are set aside first.
+std::int32_t writeLrk3(const LRKEvent& event, ExportFile& file) {
+  WorkingFile blocks(nativeFolder(event.tempFilePath()));
+  std::vector<std::int64_t> ends;
+  if (const std::int32_t code = writeBlocks(event, blocks, ends)) return code;
 
-  file.write(header + table);
-  for (int i = 0; i < event.noOfCategories(); ++i) {
-    const auto category = event.category(i);
-    if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
-    encode(*category, [&file](std::string_view piece) { file.write(piece); });
+  const std::string header = headerOf(event);
+  const std::int64_t begin = static_cast<std::int64_t>(header.size() + 8 * ends.size()) + 1;
+  if (begin + blocks.size() > std::numeric_limits<std::uint32_t>::max()) {
+    return LRK_COULD_NOT_OPEN_FILE;
   }
-  return 0;
+  file.write(header);
+  std::int64_t end = 0;
+  for (const std::int64_t next : ends) {
+    file.write(little(begin + end, 4) + little(next - end, 4));
+    end = next;
+  }
+  const auto write = [&file](std::string_view bytes) {
+    file.write(bytes);
+    return true;
+  };
+  return blocks.transferTo(0, end, write) ? 0 : LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
 }
 
 }  // namespace larkstone

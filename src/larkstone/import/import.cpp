@@ -54,12 +54,14 @@ std::int32_t importWith(ImportSession& session, enmImportConstants format, LRKEv
                                         options.parallelMode, options.stageIndex});
 }
 
-// The source is never the target: a reader that fails leaves no file.
+// The source is never the target. A reader that fails leaves no file.
 std::int32_t convertWith(ImportSession& session, enmImportConstants format,
                          const std::string& lrkFileName, const std::string& file,
                          const Options& options = {}) {
   if (session.importingNow() || readerOf(format) == nullptr) return LRK_IMPORT_UNKNOWN;
-  if (isSameFile(lrkFileName, file)) return LRK_IMPORT_EVENT_FILE_ERROR + LRK_FILE_ALREADY_EXISTS;
+  if (fileExists(file) && isSameFile(lrkFileName, file)) {
+    return LRK_IMPORT_EVENT_FILE_ERROR + LRK_FILE_ALREADY_EXISTS;
+  }
   LRKEvent event;
   event.tempFilePath(session.tempFilePath);
   if (const std::int32_t error = event.createNewEvent(lrkFileName, true)) {
@@ -68,7 +70,9 @@ std::int32_t convertWith(ImportSession& session, enmImportConstants format,
   const std::int32_t result = importWith(session, format, event, file, options);
   const std::int32_t error = result == 0 ? event.saveEvent() : 0;
   event.closeEvent();
-  if (result != 0) removeFile(lrkFileName);
+  if (result != 0 && isRegularFile(lrkFileName) && mayReplaceFile(lrkFileName)) {
+    removeFile(lrkFileName);
+  }
   return error == 0 ? result : LRK_IMPORT_EVENT_FILE_ERROR + error;
 }
 

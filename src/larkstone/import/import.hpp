@@ -29,7 +29,9 @@ struct ImportNote {
 ///
 /// Every method returns one of enmImportConstants, 0 on success, and raises nothing for bad input.
 /// LRK_IMPORT_EVENT_FILE_ERROR plus an event-file error tells that the event could not take a
-/// category or the converted file could not be created or saved. An import that ends with another
+/// category or the converted file could not be created or saved; plus LRK_FILE_ALREADY_EXISTS, that
+/// the event's file is the very list to be read, by whatever name or link, and that nothing was
+/// done: a list is never written over. An import that ends with another
 /// code than 0 leaves in the event the categories it had already added; a conversion leaves no
 /// file. The progress of a reader is raised while it runs, on the caller's thread. One import at a
 /// time per object: one that is started from a notification returns LRK_IMPORT_UNKNOWN.
@@ -86,7 +88,8 @@ class LRKImport {
                                enmRelayParallelMode parallelMode = erpmFastestTime);
   /// Imports into a new event and saves it under lrkFileName, over a file that is there. With a
   /// result other than 0 there is no such file afterwards, except that an older one survives when
-  /// the new one could not be written, or is the very file to be read.
+  /// the new one could not be written or may not replace it, or when it is the very file to be
+  /// read.
   std::int32_t convert(std::int32_t fileFormat, const std::string& lrkFileName,
                        const std::string& importFileName, Time zeroTime = 0);
   std::int32_t convert_parallel(std::int32_t fileFormat, const std::string& lrkFileName,

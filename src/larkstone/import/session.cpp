@@ -37,7 +37,12 @@ std::int32_t ImportSession::run(Reader reader, ReadJob job) {
     Running& operator=(const Running&) = delete;
     ImportSession& session;
   } const running(*this);
-  return fileExists(job.fileName) ? reader(job) : LRK_IMPORT_FILE_DOES_NOT_EXIST;
+  if (!fileExists(job.fileName)) return LRK_IMPORT_FILE_DOES_NOT_EXIST;
+  // The event would be saved over what it is read from.
+  if (isSameFile(job.event.filename(), job.fileName)) {
+    return LRK_IMPORT_EVENT_FILE_ERROR + LRK_FILE_ALREADY_EXISTS;
+  }
+  return reader(job);
 }
 
 void ImportSession::progress(float fraction) {
