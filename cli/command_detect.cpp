@@ -10,6 +10,7 @@
 
 #include "cli/event_input.hpp"
 #include "cli/output.hpp"
+#include "cli/overwriting.hpp"
 #include "cli/program.hpp"
 #include "cli/report.hpp"
 
@@ -32,6 +33,7 @@ std::int32_t formatOf(const std::string& file) {
 }
 
 int detect(const DetectOptions& options) {
+  if (!mayWrite(options.common, options.files)) return exitUsage;
   Output output(options.common.output);
   int exitCode = exitDone;
   for (const std::string& file : options.files) {

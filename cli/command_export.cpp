@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
 #include "larkstone/event/export.hpp"
-#include "larkstone/platform/file.hpp"
 
 #include "cli/event_input.hpp"
 #include "cli/event_json.hpp"
@@ -21,75 +21,52 @@ namespace larkstone::cli {
 namespace {
 
 // How the exporter writes a format; the program's own JSON has no such method.
-using ExportMethod = std::int32_t (LRKExport::*)(LRKEvent&, const std::string&);
+using ExportMethod = std::int32_t (LRKExport::*)(LRKEvent&, const ExportSink&);
 
 struct Format {
   const char* name;
   ExportMethod method;
+  std::int32_t written = LRK_IMPORT_UNKNOWN;  // of an event file
 };
 constexpr Format formats[] = {
-    {"iofxml2", &LRKExport::exportEventToIOFXML},
-    {"iofxml3", &LRKExport::exportEventToIOFXML3},
-    {"lrk3", &LRKExport::exportEventToLRK3},
+    {"iofxml2", &LRKExport::writeEventAsIOFXML},
+    {"iofxml3", &LRKExport::writeEventAsIOFXML3},
+    {"lrk3", &LRKExport::writeEventAsLRK3, LRK_IMPORT_LRK_LRK3},
     {"json", nullptr},
 };
 
 struct ExportOptions {
   CommonOptions common;
   std::string file;
-  ExportMethod method = nullptr;
+  Format format = {};
 };
 
-bool exported(LRKEvent& event, ExportMethod method, const std::string& path) {
-  LRKExport exporter;
-  const std::int32_t code = (exporter.*method)(event, path);
-  if (code != 0) sayError(path, errorText(code), errorName(code));
-  return code == 0;
-}
-
-bool copied(const std::string& path, Output& output) {
-  constexpr std::int64_t pieceSize = 1 << 20;
-  const File file(path, File::Mode::read);
-  std::int64_t position = 0;
-  while (position < file.size()) {
-    const std::string piece = file.readAt(position, pieceSize);
-    if (piece.empty()) return false;
-    output.write(piece);
-    position += static_cast<std::int64_t>(piece.size());
-  }
-  return file.isOpen() && output.close();
-}
-
-// The exporter writes files; what goes to standard output takes the way over one.
-bool exportedToOutput(LRKEvent& event, ExportMethod method) {
-  const std::string path = freshFileName(nativeFolder(workingFolder()));
-  Output output("-");
-  const bool done = exported(event, method, path) && copied(path, output);
-  removeFile(path);
-  return done;
-}
-
 bool writeExport(LRKEvent& event, const ExportOptions& options) {
-  const std::string& target = options.common.output;
-  if (options.method != nullptr) {
-    return target == "-" ? exportedToOutput(event, options.method)
-                         : exported(event, options.method, target);
+  Output output(options.common.output);
+  if (options.format.method == nullptr) {
+    writeEventJson(output, event, true);
+    return output.close();
   }
-  Output output(target);
-  writeEventJson(output, event, true);
-  return output.close();
+  const auto write = [&output](std::string_view bytes) {
+    output.write(bytes);
+    return true;
+  };
+  LRKExport exporter;
+  const std::int32_t code = (exporter.*options.format.method)(event, write);
+  if (code != 0) sayError(options.file, errorText(code), errorName(code));
+  return code == 0 && output.close();
 }
 
-ExportMethod methodNamed(const std::string& name) {
+Format formatNamed(const std::string& name) {
   for (const Format& format : formats) {
-    if (name == format.name) return format.method;
+    if (name == format.name) return format;
   }
   throw CLI::ValidationError("--to", "no format '" + name + "'");
 }
 
 int exportCommand(const ExportOptions& options) {
   const InterruptGuard guard;
-  const EventInput input = openInput(options.file, options.common);
+  const EventInput input = openInput(options.file, options.common, options.format.written);
   if (!input.event) return input.exitCode;
   return writeExport(*input.event, options) ? input.exitCode : exitFailed;
 }
@@ -101,7 +78,7 @@ Run declareExport(CLI::App& command) {
   command.add_option("FILE", options->file, "An event file or a result list")->required();
   command
       .add_option_function<std::string>(
-          "--to", [options](const std::string& name) { options->method = methodNamed(name); },
+          "--to", [options](const std::string& name) { options->format = formatNamed(name); },
           "The format to write")
       ->type_name("iofxml2|iofxml3|lrk3|json")
       ->required();

@@ -13,6 +13,7 @@
 #include "cli/event_input.hpp"
 #include "cli/format_name.hpp"
 #include "cli/interrupt.hpp"
+#include "cli/overwriting.hpp"
 #include "cli/program.hpp"
 #include "cli/report.hpp"
 
@@ -34,6 +35,7 @@ Time zeroTime(const std::string& text) {
 
 int import(const Options& options) {
   const InterruptGuard guard;
+  if (!mayWrite(options.common, options.files, LRK_IMPORT_LRK_LRK4)) return exitUsage;
   LRKEvent event;
   event.tempFilePath(workingFolder());
   std::int32_t code = event.createNewEvent(options.common.output, true);

@@ -6,11 +6,13 @@
 #include <CLI/CLI.hpp>
 
 #include "larkstone/import/import.hpp"
+#include "larkstone/platform/file.hpp"
 
 #include "cli/event_input.hpp"
 #include "cli/format_name.hpp"
 #include "cli/interrupt.hpp"
 #include "cli/program.hpp"
+#include "cli/report.hpp"
 
 namespace larkstone::cli {
 
@@ -26,6 +28,10 @@ struct Options {
 
 int importStartTimes(const Options& options) {
   const InterruptGuard guard;
+  if (isSameFile(options.event, options.list)) {
+    sayError(options.list, "the start list is the event file");
+    return exitUsage;
+  }
   const EventInput input = openEventFile(options.event, options.common);
   if (!input.event) return input.exitCode;
   const std::int32_t code = watchedImport(options.list, options.common, [&](LRKImport& importer) {

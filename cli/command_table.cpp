@@ -15,6 +15,7 @@
 #include "cli/html_page.hpp"
 #include "cli/interrupt.hpp"
 #include "cli/output.hpp"
+#include "cli/overwriting.hpp"
 #include "cli/program.hpp"
 #include "cli/report.hpp"
 
@@ -81,6 +82,8 @@ int writeTable(const TableOptions& options, const EventInput& input, int categor
 
 int tableCommand(const TableOptions& options) {
   const InterruptGuard guard;
+  const std::string languageFile = options.language.substr(0, options.language.rfind(':'));
+  if (!mayWrite(options.common, {options.language, languageFile})) return exitUsage;
   const EventInput input = openInput(options.file, options.common);
   if (!input.event) return input.exitCode;
   std::vector<int> categories;

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "larkstone/import/import.hpp"
-#include "larkstone/platform/file.hpp"
 
 #include "cli/interrupt.hpp"
+#include "cli/overwriting.hpp"
 #include "cli/report.hpp"
 
 namespace larkstone::cli {
@@ -100,16 +100,16 @@ std::string workingFolder() {
   return error ? std::string() : folder.string() + "\\";
 }
 
-EventInput openInput(const std::string& file, const CommonOptions& options) {
+EventInput openInput(const std::string& file, const CommonOptions& options, std::int32_t written) {
+  if (!mayWrite(options, {file}, written)) return {nullptr, exitUsage};
   LRKImport importer;
   if (importer.determineLRKFileFormat(file) == LRK_IMPORT_LRK_LRK4) {
     return openEventFile(file, options);
   }
   EventInput input{std::make_unique<LRKEvent>(), exitDone};
   input.event->tempFilePath(workingFolder());
-  // The name is only a name: nothing is written under it unless the event is saved.
-  const std::int32_t code =
-      input.event->createNewEvent(nativeFolder(workingFolder()) + "import.lrk4", true);
+  // It needs no name as long as it is not saved.
+  const std::int32_t code = input.event->createNewEvent({}, true);
   if (code != 0) return failed(workingFolder(), errorText(code), errorName(code));
   input.exitCode = importInto(*input.event, file, {}, options);
   if (input.exitCode != exitDone && input.exitCode != exitWarning) input.event.reset();

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "larkstone/event/event.hpp"
+#include "larkstone/import/import_constants.hpp"
 
 #include "cli/program.hpp"
 
@@ -50,7 +51,10 @@ struct EventInput {
   std::unique_ptr<LRKEvent> event;
   int exitCode = exitDone;
 };
-EventInput openInput(const std::string& file, const CommonOptions& options);
+/// Opened for a command that writes an output of the format `written` (see mayWrite()): none, and
+/// an error of usage, when it may not.
+EventInput openInput(const std::string& file, const CommonOptions& options,
+                     std::int32_t written = LRK_IMPORT_UNKNOWN);
 /// The same for an event file only.
 EventInput openEventFile(const std::string& file, const CommonOptions& options);
 

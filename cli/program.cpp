@@ -88,6 +88,8 @@ void addCommonOptions(CLI::App& command, CommonOptions& options) {
   command
       .add_option("-o,--output", options.output, "Write to this file instead of standard output")
       ->type_name("PATH");
+  command.add_flag("--overwrite", options.overwrite,
+                   "Let the output replace an event file of another kind or a result list");
   command.add_flag("-q,--quiet", options.quiet, "Say nothing but errors");
   command.add_flag("-v,--verbose", options.verbose, "Name everything an import had to leave out");
 }

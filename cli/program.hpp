@@ -23,11 +23,12 @@ enum ExitCode {
 /// What the command line says for every command.
 struct CommonOptions {
   std::string output = "-";
+  bool overwrite = false;  ///< the output may replace an event file or a result list
   bool quiet = false;
   bool verbose = false;
 };
 
-/// Adds --output, --quiet and --verbose.
+/// Adds --output, --overwrite, --quiet and --verbose.
 void addCommonOptions(CLI::App& command, CommonOptions& options);
 
 /// A command declares its options on the command line and hands back what runs when it is chosen.

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -376,6 +378,93 @@ TEST_F(ProgramTest, OutputsAppearWholeOrNotAtAll) {
   EXPECT_EQ(run("import -o " + target + " " + race_).exitCode, 0);
   EXPECT_EQ(bytesOf(target).substr(0, 4), "lrk4");
   EXPECT_EQ(run("info " + race_ + " > /dev/full").exitCode, 1);
+}
+
+// Whatever an input is called, nothing is written over it, not even on request.
+TEST_F(ProgramTest, NoOutputGoesOverItsInput) {
+  const std::string event = folder_ / "event.lrk4";
+  const std::string captions = folder_.write("captions.txt", "name\tNamn\n");
+  ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
+  std::filesystem::create_symlink("event.lrk4", folder_ / "soft");
+  std::filesystem::create_hard_link(race_, folder_ / "hard");
+  const std::tuple<std::string, std::string, std::string> rows[] = {
+      {"import " + example_ + " " + race_, race_, folder_ / "hard"},
+      {"import", race_, folder_ / "/.//race.xml"},
+      {"detect", race_, race_},
+      {"info", event, event},
+      {"courses", event, folder_ / "soft"},
+      {"analyse --csv", race_, race_},
+      {"table", event, event},
+      {"table --language " + captions + ":0 " + race_, captions, captions},
+      {"report", event, event},
+      {"search --json", event, event},
+      {"export --to lrk3", event, folder_ / "./event.lrk4"},
+      {"export --to iofxml3", race_, race_},
+      {"export --to json", event, event},
+  };
+  for (const auto& [command, input, output] : rows) {
+    const std::string before = bytesOf(input);
+    const std::string file = command.find(input) == std::string::npos ? " " + input : "";
+    const std::string condition = command.starts_with("search") ? " status = 0" : "";
+    for (const char* option : {"", " --overwrite"}) {
+      const Result result = run(command + file + condition + " -o " + output + option);
+      EXPECT_EQ(result.exitCode, 2) << command;
+      EXPECT_NE(result.err.find(output + ": "), std::string::npos) << command;
+      EXPECT_TRUE(bytesOf(input) == before) << command;
+    }
+  }
+  EXPECT_EQ(run("startlist " + event + " " + (folder_ / "soft")).exitCode, 2);
+  EXPECT_EQ(folder_.noOfFiles(), 6);
+}
+
+TEST_F(ProgramTest, EventFilesAndListsAreReplacedOnRequest) {
+  // What makes the file that is there, what would replace it, and whether it does so by itself.
+  const std::tuple<const char*, const char*, bool> rows[] = {
+      {"import", "import", true},
+      {"import", "report", false},
+      {"import", "export --to lrk3", false},
+      {"import", "export --to iofxml3", false},
+      {"export --to lrk3", "export --to lrk3", true},
+      {"export --to lrk3", "import", false},
+      {"export --to iofxml2", "import", false},
+      {"export --to iofxml3", "export --to iofxml3", false},
+      {"report", "report", true},
+      {"report", "import", true},
+      {"table", "analyse", true},
+      {"table --text", "table --text", true},
+      {"analyse", "analyse --csv", true},
+      {"analyse --csv", "analyse --csv", true},
+  };
+  // The words by which pages of other programs are known may stand in ours as well.
+  std::string list = bytesOf(race_);
+  list.replace(list.find("R &amp; D"), 9, "OLA-, SOLV- and eTiming Cup");
+  const std::string race = folder_.write("other.xml", list);
+  const std::string target = folder_ / "target";
+  for (const auto& [first, second, free] : rows) {
+    std::filesystem::remove(target);
+    ASSERT_EQ(run(first + (" -o " + target + " " + race)).exitCode, 0) << first;
+    const std::string before = bytesOf(target);
+    std::ofstream(target, std::ios::app) << "\n";
+    const std::string command = second + (" -o " + target + " " + race);
+    const Result result = run(command);
+    EXPECT_EQ(result.exitCode, free ? 0 : 2) << first << ", " << second;
+    EXPECT_EQ(result.err.find("--overwrite") == std::string::npos, free) << first;
+    EXPECT_EQ(bytesOf(target) != before + "\n", free) << first;
+    EXPECT_EQ(run(command + " --overwrite").exitCode, 0);
+    EXPECT_NE(bytesOf(target), before + "\n");
+  }
+}
+
+TEST_F(ProgramTest, NobodyFindsWhatABrokenPipeLeft) {
+  const std::string temporary = folder_ / "tmp";
+  std::filesystem::create_directory(temporary);
+  ::setenv("TMPDIR", temporary.c_str(), 1);
+  for (const std::string command : {"analyse ", "export --to lrk3 ", "export --to iofxml2 "}) {
+    run(command + example_ + " | head -c 1");
+    run(command + example_ + " -o " + folder_.path());  // no file can be there
+  }
+  ::unsetenv("TMPDIR");
+  EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 TEST_F(ProgramTest, ExportsAreOfTheirFormat) {
