@@ -258,20 +258,21 @@ void writeEventHead(JsonWriter& json, const LRKEvent& event) {
   json.endObject();
 }
 
-bool writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
-                   const AnalysisOptions& options, const CommonOptions& common) {
+int writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
+                  const AnalysisOptions& options, const CommonOptions& common) {
   json.beginObject();
   writeEventHead(json, event);
   json.key("courses");
   json.beginArray();
-  const bool done = forEachCourse(event, categories, options, common,
-                                  [&](LRKCourse& course, const LRKCategory& category) {
-                                    sortRunners(course, options.sort);
-                                    writeCourse(json, course, category);
-                                  });
+  const int exitCode = forEachCourse(event, categories, options, common,
+                                     [&](LRKCourse& course, const LRKCategory& category) {
+                                       const int sorted = sortRunners(course, options.sort, common);
+                                       writeCourse(json, course, category);
+                                       return sorted;
+                                     });
   json.endArray();
   json.endObject();
-  return done;
+  return exitCode;
 }
 
 }  // namespace larkstone::cli

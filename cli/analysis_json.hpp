@@ -15,8 +15,9 @@ namespace larkstone::cli {
 void writeEventHead(JsonWriter& json, const LRKEvent& event);
 
 /// The analysis of some categories (display indices), calculated and sorted as the options say,
-/// with the runners whom each course refused. False, in the middle of it, when the user stopped it.
-bool writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
-                   const AnalysisOptions& options, const CommonOptions& common);
+/// with the runners whom each course refused. The exit code of forEachCourse(); interrupted, it
+/// ends in the middle.
+int writeAnalysis(JsonWriter& json, LRKEvent& event, const std::vector<int>& categories,
+                  const AnalysisOptions& options, const CommonOptions& common);
 
 }  // namespace larkstone::cli

@@ -12,6 +12,7 @@
 
 #include "cli/course_choice.hpp"
 #include "cli/interrupt.hpp"
+#include "cli/output.hpp"
 #include "cli/report.hpp"
 
 namespace larkstone::cli {
@@ -103,6 +104,12 @@ void addChoice(CLI::App& command, const std::string& name, Value& value, const s
       ->type_name(names);
 }
 
+std::string isShare(const std::string& text) {
+  double share = 0;
+  if (CLI::detail::lexical_cast(text, share) && share >= 0 && share <= 1) return {};
+  return "'" + text + "' is not a share from 0 to 1 (20 % is 0.2)";
+}
+
 void addTimeLossOptions(CLI::App& command, AnalysisOptions& options) {
   addChoice<enmTimeLossCalculationMethod>(
       command, "--time-loss-method", options.timeLossMethod,
@@ -116,7 +123,7 @@ void addTimeLossOptions(CLI::App& command, AnalysisOptions& options) {
       .add_option("--time-loss-percent", options.timeLossPercent,
                   "A time loss is above this share of the expected time")
       ->type_name("P")
-      ->check(CLI::Range(0.0, 1000.0))
+      ->check(isShare)
       ->capture_default_str();
   command.add_flag("--time-loss-either", options.timeLossEither, "One of the two is enough");
   command
@@ -257,8 +264,21 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
   return course;
 }
 
-void sortRunners(LRKCourse& course, const SortOption& sort) {
-  course.sortRunners(sort.key, sort.legNo, sort.ascending);
+int legToSortBy(const LRKCourse& course, const SortOption& sort, const CommonOptions& common,
+                int& exitCode) {
+  if (sort.legNo < course.noOfLegs() || course.noOfRunners() == 0) return sort.legNo;
+  sayWarning(common, displayName(course.name()),
+             "there is no leg " + std::to_string(sort.legNo + 1) + " to sort by, but " +
+                 std::to_string(course.noOfLegs()) + "; the last one is taken");
+  exitCode = exitWarning;
+  return -1;
+}
+
+int sortRunners(LRKCourse& course, const SortOption& sort, const CommonOptions& common) {
+  int exitCode = exitDone;
+  const int leg = legToSortBy(course, sort, common, exitCode);
+  course.sortRunners(sort.key, leg, sort.ascending);
+  return exitCode;
 }
 
 std::vector<const LRKRunner*> refusedRunners(const LRKCategory& category, const LRKCourse& course) {
@@ -272,17 +292,28 @@ std::vector<const LRKRunner*> refusedRunners(const LRKCategory& category, const 
   return refused;
 }
 
-bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,
-                   const AnalysisOptions& options, const CommonOptions& common,
-                   const std::function<void(LRKCourse&, const LRKCategory&)>& use) {
+int checkRunners(const LRKCourse& course, const LRKCategory& category,
+                 const AnalysisOptions& options, const CommonOptions& common) {
+  if (course.noOfRunners() > 0 || category.noOfRunners() == 0) return exitDone;
+  const bool isGiven = options.courseLegs != "auto" && options.courseLegs != "first";
+  sayWarning(common, displayName(category.name()),
+             "no runner fits the course" + (isGiven ? " " + options.courseLegs : std::string()));
+  return exitWarning;
+}
+
+int forEachCourse(LRKEvent& event, const std::vector<int>& categories,
+                  const AnalysisOptions& options, const CommonOptions& common,
+                  const std::function<int(LRKCourse&, const LRKCategory&)>& use) {
+  int exitCode = exitDone;
   for (const int index : categories) {
     const auto category = event.category(index);
     if (!category) continue;
     const auto course = calculatedCourse(*category, options, common);
-    use(*course, *category);
-    if (interrupted()) return false;
+    exitCode = std::max(
+        {exitCode, checkRunners(*course, *category, options, common), use(*course, *category)});
+    if (interrupted()) return exitInterrupted;
   }
-  return true;
+  return exitCode;
 }
 
 }  // namespace larkstone::cli

@@ -62,15 +62,23 @@ std::unique_ptr<LRKCourse> calculatedCourse(const LRKCategory& category,
                                             const AnalysisOptions& options,
                                             const CommonOptions& common);
 
-void sortRunners(LRKCourse& course, const SortOption& sort);
+/// The leg to sort by. When the course has not got it, tells so, makes the exit code a warning and
+/// takes -1, the last one.
+int legToSortBy(const LRKCourse& course, const SortOption& sort, const CommonOptions& common,
+                int& exitCode);
+/// Sorts as the option says. exitDone, or exitWarning of legToSortBy().
+int sortRunners(LRKCourse& course, const SortOption& sort, const CommonOptions& common);
+/// exitDone; exitWarning, after telling so, when none of the category's runners fits the course.
+int checkRunners(const LRKCourse& course, const LRKCategory& category,
+                 const AnalysisOptions& options, const CommonOptions& common);
 
 /// The runners of the category who did not fit its course, in their order.
 std::vector<const LRKRunner*> refusedRunners(const LRKCategory& category, const LRKCourse& course);
 
-/// Hands every category's course, calculated but not yet sorted, to use(). False when the user
-/// stopped it.
-bool forEachCourse(LRKEvent& event, const std::vector<int>& categories,
-                   const AnalysisOptions& options, const CommonOptions& common,
-                   const std::function<void(LRKCourse&, const LRKCategory&)>& use);
+/// Hands every category's course, calculated but not yet sorted, to use(), which gives an exit
+/// code. The worst of these and of checkRunners(); exitInterrupted when the user stopped it.
+int forEachCourse(LRKEvent& event, const std::vector<int>& categories,
+                  const AnalysisOptions& options, const CommonOptions& common,
+                  const std::function<int(LRKCourse&, const LRKCategory&)>& use);
 
 }  // namespace larkstone::cli

@@ -1,5 +1,6 @@
 // larkstone analyse: the whole analysis as JSON, as CSV, or in a line per category.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,33 +29,37 @@ struct AnalyseOptions {
   bool summary = false;
 };
 
-bool writeJson(Output& output, LRKEvent& event, const std::vector<int>& categories,
-               const AnalyseOptions& options) {
+int writeJson(Output& output, LRKEvent& event, const std::vector<int>& categories,
+              const AnalyseOptions& options) {
   JsonWriter json(output);
   return writeAnalysis(json, event, categories, options.analysis, options.common);
 }
 
-bool writeCsv(Output& output, LRKEvent& event, const std::vector<int>& categories,
-              const AnalyseOptions& options) {
+int writeCsv(Output& output, LRKEvent& event, const std::vector<int>& categories,
+             const AnalyseOptions& options) {
   writeCsvHeader(output);
   return forEachCourse(event, categories, options.analysis, options.common,
                        [&](LRKCourse& course, const LRKCategory&) {
-                         sortRunners(course, options.analysis.sort);
+                         const int sorted =
+                             sortRunners(course, options.analysis.sort, options.common);
                          writeCsvCourse(output, course);
+                         return sorted;
                        });
 }
 
-bool writeSummary(Output& output, LRKEvent& event, const std::vector<int>& categories,
-                  const AnalyseOptions& options) {
+int writeSummary(Output& output, LRKEvent& event, const std::vector<int>& categories,
+                 const AnalyseOptions& options) {
   AnalysisOptions analysis = options.analysis;
   if (!analysis.flags) analysis.flags = eccfTimeLoss;
   SummaryTable table;
-  const bool done = forEachCourse(event, categories, analysis, options.common,
-                                  [&table](const LRKCourse& course, const LRKCategory& category) {
-                                    table.add(course, category);
-                                  });
+  const int exitCode =
+      forEachCourse(event, categories, analysis, options.common,
+                    [&table](const LRKCourse& course, const LRKCategory& category) {
+                      table.add(course, category);
+                      return exitDone;
+                    });
   table.write(output);
-  return done;
+  return exitCode;
 }
 
 int analyse(const AnalyseOptions& options) {
@@ -67,8 +72,9 @@ int analyse(const AnalyseOptions& options) {
 
   Output output(options.common.output);
   const auto write = options.csv ? writeCsv : options.summary ? writeSummary : writeJson;
-  if (!write(output, *input.event, categories, options)) return exitInterrupted;
-  return output.close() ? input.exitCode : exitFailed;
+  const int exitCode = write(output, *input.event, categories, options);
+  if (exitCode == exitInterrupted) return exitCode;
+  return output.close() ? std::max(input.exitCode, exitCode) : exitFailed;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 // larkstone import: result lists into an event file.
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,7 +35,22 @@ Time zeroTime(const std::string& text) {
   return time;
 }
 
+// A list that is given twice would have all its runners twice.
+bool areDistinct(const std::vector<std::string>& files) {
+  for (auto file = files.begin(); file != files.end(); ++file) {
+    const bool isFirst = std::none_of(files.begin(), file, [&file](const std::string& before) {
+      std::error_code ignored;
+      return std::filesystem::equivalent(before, *file, ignored);
+    });
+    if (isFirst) continue;
+    sayError(*file, "the list is given twice (see larkstone import --help)");
+    return false;
+  }
+  return true;
+}
+
 int import(const Options& options) {
+  if (!areDistinct(options.files)) return exitUsage;
   const InterruptGuard guard;
   if (!mayWrite(options.common, options.files, LRK_IMPORT_LRK_LRK4)) return exitUsage;
   LRKEvent event;

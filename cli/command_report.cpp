@@ -1,5 +1,6 @@
 // larkstone report: one page over all categories.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,11 +35,10 @@ int report(const ReportOptions& options) {
     return exitFailed;
   }
   Output output(options.common.output);
-  if (!writeReport(output, *input.event, categories, options.analysis, options.common,
-                   options.language)) {
-    return exitInterrupted;
-  }
-  return output.close() ? input.exitCode : exitFailed;
+  const int exitCode = writeReport(output, *input.event, categories, options.analysis,
+                                   options.common, options.language);
+  if (exitCode == exitInterrupted) return exitCode;
+  return output.close() ? std::max(input.exitCode, exitCode) : exitFailed;
 }
 
 }  // namespace

@@ -34,16 +34,22 @@ int importStartTimes(const Options& options) {
   }
   const EventInput input = openEventFile(options.event, options.common);
   if (!input.event) return input.exitCode;
+  int set = 0;
   const std::int32_t code = watchedImport(options.list, options.common, [&](LRKImport& importer) {
     std::int32_t format = options.format;
     if (format == LRK_IMPORT_AUTO) format = importer.determineStartlistFileFormat(options.list);
     if (format == LRK_IMPORT_FILE_DOES_NOT_EXIST) return format;
-    return importer.importStartlist(format, *input.event, options.list,
-                                    std::to_string(options.stage - 1));
+    const std::int32_t result = importer.importStartlist(format, *input.event, options.list,
+                                                         std::to_string(options.stage - 1));
+    set = importer.noOfStartTimesSet();
+    return result;
   });
   const bool ofTheEvent = code >= LRK_IMPORT_EVENT_FILE_ERROR;
   const int exitCode = exitCodeOf(code, ofTheEvent ? options.event : options.list, options.common);
-  return exitCode == exitDone ? input.exitCode : exitCode;
+  if (exitCode != exitDone || set > 0) return exitCode == exitDone ? input.exitCode : exitCode;
+  sayWarning(options.common, options.list,
+             "no start time was set: it has none for a runner of the event");
+  return exitWarning;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // larkstone table: the split table of one category as a web page or as text.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,26 +34,42 @@ struct TableOptions {
   TableView view;
 };
 
+bool isNumber(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool hasCaptions(const clsLarkstoneOnlineTable& table) {
+  const std::vector<Caption>& ours = languages().front().captions;
+  return std::any_of(ours.begin(), ours.end(), [&table](const Caption& caption) {
+    return !table.caption(caption.key).empty();
+  });
+}
+
 // The captions of one of our languages or of a language file. False, after saying so, when the file
-// cannot be read.
+// cannot be read or has no such column.
 bool setCaptions(clsLarkstoneOnlineTable& table, const std::string& language) {
   if (setLanguage(table, language)) return true;
   const auto colon = language.rfind(':');
-  const bool hasColumn = colon != std::string::npos && wholeNumber(language.substr(colon + 1));
+  const bool hasColumn =
+      colon != std::string::npos && isNumber(std::string_view(language).substr(colon + 1));
   const std::string file = hasColumn ? language.substr(0, colon) : language;
   const int column = hasColumn ? leadingInteger(language.substr(colon + 1)) : 0;
-  if (table.setLanguage(file, column)) return true;
-  sayError(file, "the language file could not be read");
+  if (!table.setLanguage(file, column)) {
+    sayError(file, "the language file could not be read");
+    return false;
+  }
+  if (hasCaptions(table)) return true;
+  sayError(file, "the language file has no captions in column " + std::to_string(column));
   return false;
 }
 
 // A descending order is no heading's.
-void sortTable(clsLarkstoneOnlineTable& table, LRKCourse& course, const SortOption& sort) {
-  if (sort.ascending) {
-    table.sort(sort.key, sort.legNo);
-  } else {
-    sortRunners(course, sort);
-  }
+int sortTable(clsLarkstoneOnlineTable& table, LRKCourse& course, const SortOption& sort,
+              const CommonOptions& common) {
+  int exitCode = exitDone;
+  if (!sort.ascending) return sortRunners(course, sort, common);
+  table.sort(sort.key, legToSortBy(course, sort, common, exitCode));
+  return exitCode;
 }
 
 int writeTable(const TableOptions& options, const EventInput& input, int categoryIndex) {
@@ -62,11 +79,13 @@ int writeTable(const TableOptions& options, const EventInput& input, int categor
     return exitFailed;
   }
   const auto course = calculatedCourse(*category, options.analysis, options.common);
+  int exitCode = checkRunners(*course, *category, options.analysis, options.common);
   clsLarkstoneOnlineTable table;
   table.course(course.get());
   setView(table, options.view);
   if (!setCaptions(table, options.language)) return exitFailed;
-  sortTable(table, *course, options.analysis.sort);
+  const int sorted = sortTable(table, *course, options.analysis.sort, options.common);
+  exitCode = std::max({input.exitCode, exitCode, sorted});
   if (options.text) {
     table.createTextTable();
   } else {
@@ -77,7 +96,7 @@ int writeTable(const TableOptions& options, const EventInput& input, int categor
   Output output(options.common.output);
   output.write(options.text ? table.textTableString()
                             : pageOf(table, input.event->name(), category->name()));
-  return output.close() ? input.exitCode : exitFailed;
+  return output.close() ? exitCode : exitFailed;
 }
 
 int tableCommand(const TableOptions& options) {
@@ -91,7 +110,7 @@ int tableCommand(const TableOptions& options) {
     return exitFailed;
   if (categories.empty()) {
     sayError(options.file, "there is no category");
-    return exitFailed;
+    return input.exitCode == exitDone ? exitFailed : input.exitCode;
   }
   if (categories.size() != 1) {
     sayError(options.file, "name one category with -c (`larkstone info` lists them)");
@@ -107,8 +126,9 @@ Run declareTable(CLI::App& command) {
   command.add_option("FILE", options->file, "An event file or a result list")->required();
   CLI::Option* html =
       command.add_flag("--html", options->html, "Write a complete web page (the default)");
-  command.add_flag("--text", options->text, "Write plain text with tabs between the columns")
-      ->excludes(html);
+  CLI::Option* text =
+      command.add_flag("--text", options->text, "Write plain text with tabs between the columns")
+          ->excludes(html);
   command
       .add_option("--language", options->language,
                   "Captions: a language of the program (de), or a tab-separated file, whose column "
@@ -123,7 +143,8 @@ Run declareTable(CLI::App& command) {
       ->type_name("N")
       ->check(CLI::Range(0, 32767));
   command.add_option("--base-url", options->view.baseURL, "Make the captions links that sort")
-      ->type_name("URL");
+      ->type_name("URL")
+      ->excludes(text);
   addAnalysisOptions(command, options->analysis);
   addCommonOptions(command, options->common);
   return [options] { return tableCommand(*options); };

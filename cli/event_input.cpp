@@ -79,8 +79,29 @@ int exitCodeOf(std::int32_t importCode, const std::string& file, const CommonOpt
   return exitFailed;
 }
 
+namespace {
+
+int noOfRunners(const LRKEvent& event) {
+  int runners = 0;
+  for (int i = 0; i < event.noOfCategories(); ++i) {
+    const TagValue count = event.extractCategoryTag(i, etagCategoryNoOfRunners);
+    runners += fromTagValue<int>(count).value_or(0);
+  }
+  return runners;
+}
+
+std::string emptyListText(int classes) {
+  if (classes == 0) return "there is no runner in it, and no class";
+  return "there is no runner in it, but " + std::to_string(classes) +
+         (classes == 1 ? " class without any" : " classes without any");
+}
+
+}  // namespace
+
 int importInto(LRKEvent& event, const std::string& file, const ImportOptions& import,
                const CommonOptions& options) {
+  const int runners = noOfRunners(event);
+  const int classes = event.noOfCategories();
   const std::int32_t code = watchedImport(file, options, [&](LRKImport& importer) {
     importer.master(import.master);
     int format = import.format == 0 ? LRK_IMPORT_AUTO : import.format;
@@ -91,7 +112,11 @@ int importInto(LRKEvent& event, const std::string& file, const ImportOptions& im
     if (format == LRK_IMPORT_LRK_LRK3) return importer.importLRK3(event, file);
     return importer.import_parallel(format, event, file, import.zeroTime, import.parallelMode);
   });
-  return exitCodeOf(code, file, options);
+  const int exitCode = exitCodeOf(code, file, options);
+  const bool isDone = exitCode == exitDone || exitCode == exitWarning;
+  if (!isDone || noOfRunners(event) > runners) return exitCode;
+  sayWarning(options, file, emptyListText(event.noOfCategories() - classes));
+  return exitWarning;
 }
 
 std::string workingFolder() {

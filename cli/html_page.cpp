@@ -79,6 +79,11 @@ void setLooks(clsLarkstoneOnlineTable& table) {
   table.highlightPercentage(0.25F);
 }
 
+// The table adds its parameters to those of a query.
+std::string withQuery(const std::string& url) {
+  return url.empty() || url.find('?') != std::string::npos ? url : url + "?";
+}
+
 }  // namespace
 
 void setView(clsLarkstoneOnlineTable& table, const TableView& view) {
@@ -90,7 +95,7 @@ void setView(clsLarkstoneOnlineTable& table, const TableView& view) {
   table.relativeTotalTimes(view.relative);
   table.showTooltips(view.tooltips);
   table.topPlace(static_cast<std::int16_t>(view.top));
-  table.baseURL(view.baseURL);
+  table.baseURL(withQuery(view.baseURL));
 }
 
 std::string pageOf(const clsLarkstoneOnlineTable& table, std::string_view eventName,

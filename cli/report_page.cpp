@@ -36,25 +36,26 @@ void writeHead(TextSink& output, const LRKEvent& event, std::string_view languag
 
 }  // namespace
 
-bool writeReport(TextSink& output, LRKEvent& event, const std::vector<int>& categories,
-                 const AnalysisOptions& options, const CommonOptions& common,
-                 std::string_view language) {
+int writeReport(TextSink& output, LRKEvent& event, const std::vector<int>& categories,
+                const AnalysisOptions& options, const CommonOptions& common,
+                std::string_view language) {
   writeHead(output, event, language);
   std::string classes;
   int number = 0;
-  const bool done = forEachCourse(
+  const int exitCode = forEachCourse(
       event, categories, options, common, [&](LRKCourse& course, const LRKCategory& category) {
         writeData(output, "course-" + std::to_string(number++), courseData(category, course));
         classes += (classes.empty() ? "" : ",") + classData(category, course);
+        return exitDone;
       });
-  if (!done) return false;
+  if (exitCode == exitInterrupted) return exitCode;
   writeData(output, "classes", "[" + classes + "]");
   writeData(output, "event", eventData(event));
   writeData(output, "captions", captionData());
   output.write("<script>\n'use strict';\n(() => {\n");
   output.write(reportScript);
   output.write("})();\n</script>\n</body>\n</html>\n");
-  return true;
+  return exitCode;
 }
 
 }  // namespace larkstone::cli

@@ -13,10 +13,10 @@
 namespace larkstone::cli {
 
 /// Writes the page of an event with some of its categories (display indices). The language is the
-/// code of one that the program knows, or empty: then the browser's counts. False when the user
-/// stopped it.
-bool writeReport(TextSink& output, LRKEvent& event, const std::vector<int>& categories,
-                 const AnalysisOptions& options, const CommonOptions& common,
-                 std::string_view language);
+/// code of one that the program knows, or empty: then the browser's counts. The exit
+/// code of forEachCourse().
+int writeReport(TextSink& output, LRKEvent& event, const std::vector<int>& categories,
+                const AnalysisOptions& options, const CommonOptions& common,
+                std::string_view language);
 
 }  // namespace larkstone::cli

@@ -101,7 +101,7 @@ Answer WebService::report() {
     std::vector<int> all(static_cast<std::size_t>(event_.noOfCategories()));
     std::iota(all.begin(), all.end(), 0);
     TextBuffer page;
-    if (!writeReport(page, event_, all, options_, common_, language_)) {
+    if (writeReport(page, event_, all, options_, common_, language_) == exitInterrupted) {
       return refusal(503, "the program is being stopped");
     }
     report_ = page.take();
@@ -158,7 +158,7 @@ Answer WebService::analysis(const Parameters& parameters) {
   }
   TextBuffer buffer;
   JsonWriter json(buffer);
-  if (!writeAnalysis(json, event_, chosen, options_, common_)) {
+  if (writeAnalysis(json, event_, chosen, options_, common_) == exitInterrupted) {
     return refusal(503, "the program is being stopped");
   }
   return {200, jsonType, buffer.take()};

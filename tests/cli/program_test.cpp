@@ -91,19 +91,82 @@ TEST_F(ProgramTest, EveryCommandExplainsItself) {
 
 TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
   for (const std::string& arguments :
-       {std::string(), std::string("run"), std::string("info"), "info --fast " + race_,
-        "analyse --sort speed " + race_, "analyse --sort legTime:0 " + race_,
-        "analyse --sort legTime:1.5 " + race_, "analyse --sort legTime:desc:1 " + race_,
-        "analyse --breakpoints 7 " + race_, "analyse --breakpoints 7,x " + race_,
-        "analyse --breakpoints 7,20,30 " + race_, "analyse --breakpoints=-1,20 " + race_,
-        "analyse --breakpoints 20,7 " + race_, "analyse --csv --summary " + race_,
-        "analyse --following-method near " + race_, "analyse --course-legs S-x-F " + race_,
-        "analyse --flags 32 " + race_, "import --zero-time soon " + race_ + " -o x.lrk4",
+       {std::string(),
+        std::string("run"),
+        std::string("info"),
+        "info --fast " + race_,
+        "analyse --sort speed " + race_,
+        "analyse --sort legTime:0 " + race_,
+        "analyse --sort legTime:1.5 " + race_,
+        "analyse --sort legTime:desc:1 " + race_,
+        "analyse --breakpoints 7 " + race_,
+        "analyse --breakpoints 7,x " + race_,
+        "analyse --breakpoints 7,20,30 " + race_,
+        "analyse --breakpoints=-1,20 " + race_,
+        "analyse --breakpoints 20,7 " + race_,
+        "analyse --csv --summary " + race_,
+        "analyse --following-method near " + race_,
+        "analyse --course-legs S-x-F " + race_,
+        "analyse --flags 32 " + race_,
+        "analyse --time-loss-percent 20 " + race_,
+        "analyse --time-loss-percent nan " + race_,
+        "table --text --base-url /t " + race_,
+        "import -o x.lrk4 " + race_ + " " + folder_.path() + "/./race.xml",
+        "import --zero-time soon " + race_ + " -o x.lrk4",
         "import " + race_}) {
     const Result result = run(arguments);
     EXPECT_EQ(result.exitCode, 2) << arguments;
     EXPECT_NE(result.err.find("--help"), std::string::npos) << arguments;
     EXPECT_EQ(result.out, "") << arguments;
+  }
+}
+
+TEST_F(ProgramTest, WhatTheOptionsAskForInVainIsSaid) {
+  struct Row {
+    int line;
+    std::string arguments;
+    int exitCode;
+    const char* said;
+  };
+  const std::string captions = folder_.write("captions.txt", "name\tNamn\n");
+  const std::string event = folder_ / "race.lrk4";
+  const std::string empty = folder_.write("empty.xml", test::list3(test::class3("")));
+  const std::string starts =
+      folder_.write("starts.html",
+                    "<hr><b>H21</b><table><tr><td>Dan<td>-<td>9:00:00</tr></table>med OLA version");
+  ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
+  const Row rows[] = {
+      {__LINE__, "analyse --csv --sort legTime:3 " + race_, 0, ""},
+      {__LINE__, "analyse --csv --sort legTime:4 " + race_, 3, "H21: there is no leg 4 to sort by"},
+      {__LINE__, "table --sort legTime:99:desc " + race_, 3, "H21: there is no leg 99 to sort by"},
+      {__LINE__, "table --sort legTime:99 " + race_, 3, "H21: there is no leg 99 to sort by"},
+      {__LINE__, "analyse --course-legs S-41-F " + race_, 3,
+       "H21: no runner fits the course S-41-F"},
+      {__LINE__, "table --course-legs S-41-F " + race_, 3, "H21: no runner fits the course S-41-F"},
+      {__LINE__, "analyse --summary --course-legs S-31-F --required-legs exactly-all " + race_, 3,
+       "H21: no runner fits the course S-31-F"},
+      {__LINE__, "report --course-legs S-41-F " + race_, 3, "H21: no runner fits the course"},
+      {__LINE__, "table --language " + captions + ":0 " + race_, 0, ""},
+      {__LINE__, "table --language " + captions + ":1 " + race_, 1, "no captions in column 1"},
+      {__LINE__, "table --language " + captions + ":-1 " + race_, 1, "could not be read"},
+      // A list without runners.
+      {__LINE__, "info " + empty, 3, "empty.xml: there is no runner in it, and no class"},
+      {__LINE__, "analyse " + empty, 3, "there is no runner in it"},
+      {__LINE__, "table " + empty, 3, "there is no runner in it"},
+      {__LINE__, "report " + empty, 3, "there is no runner in it"},
+      {__LINE__, "courses " + empty, 3, "there is no runner in it"},
+      {__LINE__, "search " + empty + " name = x", 3, "there is no runner in it"},
+      {__LINE__, "export --to json " + empty, 3, "there is no runner in it"},
+      {__LINE__, "import -o " + (folder_ / "out.lrk4") + " " + race_ + " " + empty, 3,
+       "empty.xml: there is no runner in it"},
+      {__LINE__, "startlist " + event + " " + starts, 3, "starts.html: no start time was set"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.line);
+    const Result result = run(row.arguments);
+    EXPECT_EQ(result.exitCode, row.exitCode);
+    EXPECT_NE(result.err.find(row.said), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.empty(), row.exitCode == 0) << result.err;
   }
 }
 
@@ -503,6 +566,10 @@ TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
   EXPECT_NE(html.find("Ann A &lt;x&gt;"), std::string::npos);
   EXPECT_NE(html.find("var hc = new Array("), std::string::npos);
   EXPECT_NE(html.find(">mp<"), std::string::npos);
+  EXPECT_NE(run("table --base-url /t " + race_).out.find("href=\"/t?&sortBy=1\""),
+            std::string::npos);
+  EXPECT_NE(run("table --base-url /t?a=1 " + race_).out.find("\"/t?a=1&sortBy=1\""),
+            std::string::npos);
   EXPECT_EQ(run("table " + example_).exitCode, 2);
   EXPECT_EQ(run("table --language " + (folder_ / "none.txt") + ":1 " + race_).exitCode, 1);
   const std::string captions = folder_.write("captions.txt", "name\tNamn\tJm\xE9no\n");

@@ -216,6 +216,7 @@ TEST(TableTest, OrderOfTheRunnersAndMarkedHeadings) {
   EXPECT_EQ(sorted(esorPassingEndTime, 0), "Bo Ada Eva Åke 35&legNo=0 ");
   EXPECT_THAT(table.htmlTableString(), HasSubstr("\"sortByPassingEndTime control 1\">passingEnd"));
   EXPECT_EQ(sorted(esorLegTime, 1), "Åke Eva Ada Bo 32&legNo=1 ");
+  EXPECT_EQ(sorted(esorLegTime, -1), "Åke Eva Ada Bo 32&legNo=1 ");
   EXPECT_EQ(sorted(esorTotalTime, 99), "Åke Eva Ada Bo ");  // the last leg, without a heading
 }
 

@@ -189,8 +189,9 @@ class HtmlTableWriter {
     link += "\" class=\"sort\"";
     if (!tooltip.empty()) link += " title=\"" + quoted(tooltip) + '"';
     link += '>' + caption + "</A>";
-    const bool sorted =
-        table_.sortedBy() == sortBy && (legNo == -1 || table_.sortedByLegNo() == legNo);
+    const int sortedLeg =
+        table_.sortedByLegNo() == -1 ? content_.noOfLegs() - 1 : table_.sortedByLegNo();
+    const bool sorted = table_.sortedBy() == sortBy && (legNo == -1 || sortedLeg == legNo);
     return sorted ? "<SPAN class=\"sortedBy\">&nbsp;" + link + "&nbsp;</SPAN>" : link;
   }
 
