@@ -119,9 +119,15 @@ TEST_F(CsvTest, FieldsOfIndividualRows) {
   constexpr enmStatus statuses[] = {estaOK,       estaDidNotStart,  estaDidNotFinish,
                                     estaMisPunch, estaDisqualified, estaOverTime};
   for (int i = 0; i < 6; ++i) {
-    const std::string bytes = "OE0012;Long;Wertung;\n;A;" + std::to_string(i) + ";\n";
-    EXPECT_EQ(imported(bytes).status(), statuses[i]);
+    const std::string number = std::to_string(i);
+    EXPECT_EQ(imported("OE0012;Long;Wertung;\n;A;" + number + ";\n").status(), statuses[i]);
+    // Outside of the competition, unless the run failed.
+    for (const std::string place : {"nc", "AK", " ak. "}) {
+      const std::string bytes = "OE0012;Long;Wertung;Pl\n;A;" + number + ";" + place + ";\n";
+      EXPECT_EQ(imported(bytes).status(), i == 0 ? estaNotCompeting : statuses[i]);
+    }
   }
+  EXPECT_EQ(imported("OE0012;Long;Pl\n;A;AK;\n").status(), estaNotCompeting);
 }
 
 TEST_F(CsvTest, TimesAndPunchesOfIndividualRows) {
@@ -151,6 +157,21 @@ TEST_F(CsvTest, TimesAndPunchesOfIndividualRows) {
        "S 6000, 326 -, 323 30000, F 54000", "", ""},
       {__LINE__, groups + "1:00;;A;17;1;8;326;2:00;1;;999;4:00;1;;;;;",
        "S 6000, 326 18000, F 30000", "", ""},
+      // Rows go on behind a header that ends at the place or says that there may be more.
+      {__LINE__, "Stno;Start;Long;Course controls;Pl\n;1:00;A;2;1;31;0:30;32;-----;",
+       "S 6000, 31 9000, 32 -, F -", "", ""},
+      {__LINE__, head + "(may be more)\n;1:00;;A;2;;;;31;0:30;32;1:00;33;2:00;",
+       "S 6000, 31 9000, 32 12000, F -", "", ""},
+      // A start that cannot be read: the time of the run tells the finish.
+      {__LINE__,
+       "OE0012;Start;Finish;Tid;Long;Course controls;Pl;;;;Punch1\n;-----;9:00;4:00;A;1;"
+       ";;;31;0:30;",
+       "S 0, 31 3000, F 24000", "", ""},
+      {__LINE__, "OE0012;Start;Finish;Tid;Long;Control1;Punch1\n;x;9:00;?;A;", "S 0, F -", "",
+       "unreadable start time \"x\""},
+      // Layouts of others, without punches.
+      {__LINE__, "\"Stno\";Start;Long;Course controls;Pl\n;1:00;A;17;1;", "S 6000, F -", "", ""},
+      {__LINE__, "Stbr;Čip;Start;Dugo;KT staze;Pl\n;7;1:00;A;17;1;", "S 6000, F -", "", ""},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
@@ -173,8 +194,8 @@ TEST_F(CsvTest, CategoriesAreRunsOfRowsAndBrokenRowsCostThemselves) {
   EXPECT_EQ(event.category(3)->courseLength(), 124000);  // of 1.235 and 1.256 km
   EXPECT_THAT(told, ElementsAre("too few fields"));
   EXPECT_EQ(notes[0].where, "line 6");
-  for (const char* const bytes :
-       {"", "\n\n", "Stno;Lang;\n;A;", "Stno;Punch1;\n;1;", "a;Read at;\n1;"}) {
+  for (const char* const bytes : {"", "\n\n", "Stno;Lang;\n;A;", "Stno;Lang\n;A;7;x;",
+                                  "Stno;Punch1;\n;1;", "a;Read at;\n1;"}) {
     EXPECT_EQ(importCsv(bytes), LRK_IMPORT_CSV_INVALID_FORMAT) << bytes;
     EXPECT_EQ(importer.importSIManCSV(event, folder / "list.csv"), LRK_IMPORT_CSV_INVALID_FORMAT);
     EXPECT_EQ(importer.importOE200xCSV(event, folder / "list.csv"), LRK_IMPORT_CSV_INVALID_FORMAT);
@@ -194,7 +215,7 @@ TEST_F(CsvTest, SiManCardsAreGroupedByTheirControls) {
               ElementsAre("Course 1 (2 controls)", "Course 2 (1 controls)"));
   EXPECT_EQ(test::textOf(runner(0, 0).punches()), "S 3240000, 31 3264000, 33 3270000, F -");
   EXPECT_EQ(test::setProperties(runner(1, 0)), "cCardID=7 name=Eva club=OK ");
-  EXPECT_EQ(test::textOf(runner(1, 1).punches()), "S 0, 32 -, F 3294000");
+  EXPECT_EQ(test::textOf(runner(1, 1).punches()), "S -, 32 -, F 3294000");
   EXPECT_EQ(runner(1, 0).status(), estaOK);
   EXPECT_EQ(runner(1, 1).status(), estaDidNotFinish);
   EXPECT_EQ(runner(0, 0).status(), estaDidNotFinish);

@@ -32,7 +32,7 @@ TEST_F(StandardTextTest, ReadsEventCategoriesAndRunners) {
                        "H21\r\n500\t300\t200\r\n"
                        "\xC5sa \xD6"
                        "berg\t OK Syd\t10:00:00\t5:00\t1:02:03\t3:00\r\n"
-                       " \r\n\r\nD21\r\n500\t0\t200\r\n\tTwo\t0:00\t1\t2\t3"),
+                       " \r\n\r\n\t\t\r\nD21\r\n500\t0\t200\r\n\t\t\r\n\tTwo\t0:00\t1\t2\t3"),
             0);
   EXPECT_EQ(test::setProperties(event),
             "startDate=2026-05-03 createdBy=Ann lastModifiedBy=Ann "
@@ -48,7 +48,9 @@ TEST_F(StandardTextTest, ReadsEventCategoriesAndRunners) {
   // 10:00:00, after 5:00, after 1:02:03 more, after 3:00 more.
   EXPECT_EQ(test::textOf(first.punches()), "S 3600000, 31 3630000, 32 4002300, F 4020300");
   EXPECT_FALSE(event.category(1)->courseLengthSet());
-  EXPECT_EQ(test::setProperties(runner(1, 0)), "name= club=Two ");
+  // Nobody on a line of tabs, which ends no block.
+  EXPECT_EQ(test::setProperties(runner(1, 0)), "name= club= ");
+  EXPECT_EQ(test::setProperties(runner(1, 1)), "name= club=Two ");
 }
 
 TEST_F(StandardTextTest, LinesWithHolesGiveARunner) {
@@ -62,10 +64,10 @@ TEST_F(StandardTextTest, LinesWithHolesGiveARunner) {
        estaDidNotFinish},
       {"5\t3\t2", "A\tB\t0:00\t1:00\t1:00\tdnf", "S 0, 31 6000, 32 12000, F -", estaDidNotFinish},
       {"5\t3\t2", "A\tB\t0:00\t1:00", "S 0, 31 6000, 32 -, F -", estaDidNotFinish},
-      {"5\t3\t2\t", "A\tB\tx\t1:00\t1:00\t1:00", "S 0, 31 -, 32 -, F -", estaDidNotFinish},
+      {"5\t3\t2\t", "A\tB\tx\t1:00\t1:00\t1:00", "S -, 31 -, 32 -, F -", estaDidNotFinish},
       {"5", "A\tB\t1:00\t1:00", "S 6000, F 12000", estaOK},
       {"", "A\tB\t1:00\t1:00", "S 6000, F -", estaUnknown},
-      {"5", "A", "S 0, F -", estaDidNotFinish},
+      {"5", "A", "S -, F -", estaDidNotFinish},
   };
   for (const Row& row : rows) {
     const LRKRunner& runner = imported(row.legs, row.line);

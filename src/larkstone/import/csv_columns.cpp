@@ -50,17 +50,24 @@ class HeaderIndex {
   }
 
   std::string_view keyOf(std::string_view headerText) const {
-    const std::string header(headerText);
-    if (const auto found = exact_.find(header); found != exact_.end()) return found->second;
-    for (const Index* index : {&lowerCase_, &other_}) {
-      const auto found = index->find(lowered(trimmed(header)));
-      if (found != index->end()) return found->second;
-    }
-    return {};
+    const std::string_view key = ownKeyOf(headerText);
+    if (!key.empty()) return key;
+    const auto found = other_.find(lowered(trimmed(headerText)));
+    return found == other_.end() ? std::string_view() : found->second;
+  }
+  bool isOther(std::string_view headerText) const {
+    return ownKeyOf(headerText).empty() && !keyOf(headerText).empty();
   }
 
  private:
   using Index = std::unordered_map<std::string, std::string_view>;
+
+  std::string_view ownKeyOf(std::string_view headerText) const {
+    const auto exact = exact_.find(std::string(headerText));
+    if (exact != exact_.end()) return exact->second;
+    const auto found = lowerCase_.find(lowered(trimmed(headerText)));
+    return found == lowerCase_.end() ? std::string_view() : found->second;
+  }
 
   static std::vector<std::string> readings(std::string_view headers) {
     std::vector<std::string> texts;
@@ -77,6 +84,11 @@ class HeaderIndex {
   Index lowerCase_;
   Index other_;
 };
+
+const HeaderIndex& headerIndex() {
+  static const HeaderIndex index;
+  return index;
+}
 
 // Neither a letter, a digit nor a quote.
 bool isSign(char c) {
@@ -99,10 +111,7 @@ std::string delimiterOf(std::string_view header, std::string_view firstRow) {
 
 }  // namespace
 
-std::string_view columnKey(std::string_view headerText) {
-  static const HeaderIndex index;
-  return index.keyOf(headerText);
-}
+std::string_view columnKey(std::string_view headerText) { return headerIndex().keyOf(headerText); }
 
 bool CsvHeader::read(const std::string& path) {
   ScanFile file(path);
@@ -121,6 +130,7 @@ bool CsvHeader::read(const std::string& path) {
 void CsvHeader::set(std::string_view header, std::string_view firstRow) {
   columns_.clear();
   texts_.clear();
+  isImitation_ = false;
   hasRows_ = !firstRow.empty();
   delimiter_ = delimiterOf(header, firstRow);
   CsvFields fields(header, delimiter_);
@@ -132,6 +142,7 @@ void CsvHeader::set(std::string_view header, std::string_view firstRow) {
     if (!seen.insert(text).second && !seen.insert(text += '*').second) continue;
     const std::string_view key = columnKey(text);
     if (!key.empty()) columns_[key] = noOfColumns() - 1;
+    isImitation_ = isImitation_ || headerIndex().isOther(text);
   }
 }
 

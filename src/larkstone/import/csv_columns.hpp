@@ -40,6 +40,8 @@ class CsvHeader {
   /// Whether rows are those of a relay: of runners with a combination of courses or, where the
   /// layout is one of the relay programs, of teams with a block of columns for each runner.
   bool isOfRelay() const;
+  /// Whether a column is known only by a word of the programs that imitate these lists.
+  bool isImitation() const { return isImitation_; }
   bool has(std::string_view key) const { return columns_.contains(key); }
   /// The position of a column from 0; -1 for one that is not present.
   int column(std::string_view key) const;
@@ -49,6 +51,7 @@ class CsvHeader {
 
  private:
   bool hasRows_ = false;
+  bool isImitation_ = false;
   std::string delimiter_;
   std::vector<std::string> texts_;
   std::unordered_map<std::string_view, int> columns_;

@@ -1,5 +1,6 @@
 // SportSoftware OE lists: a row per runner, the rows of a category behind one another.
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -7,21 +8,35 @@
 
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
+#include "larkstone/core/time.hpp"
+#include "larkstone/import/detection.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
 namespace {
 
+// Where the pairs of control and time begin: behind the controls stand the place and the punches at
+// start and finish, unless the header ends before.
+int pairsBegin(const CsvHeader& header) {
+  const int controls = header.column("Course controls");
+  const int punch1 = header.column("Punch1");
+  if (controls < 0) return punch1 >= 0 ? punch1 - 1 : header.noOfColumns();
+  return punch1 >= 0 ? controls + 4 : std::min(controls + 4, header.noOfColumns());
+}
+
 struct Columns {
-  explicit Columns(const CsvHeader& header)
+  Columns(const CsvHeader& header, bool withPunches)
       : person{header.column("SI card"),    header.column("Chipno"),  header.column("Database Id"),
                header.column("First name"), header.column("Surname"), header.column("Name"),
                header.column("S"),          header.column("YB")},
         category{header.column("Cl. no."), header.column("Short"), header.column("Long")},
         start(header.column("Start")),
         finish(header.column("Finish")),
+        time(header.column("Time")),
+        place(header.column("Pl")),
         course(header.column("Course")),
         status(header.column("Classifier")),
         clubNo(header.column("Club no.")),
@@ -31,28 +46,28 @@ struct Columns {
         nation(header.column("Nat")),
         ranking(header.column("Text3")),
         km(header.column("km")),
-        controls(header.column("Course controls")) {
-    // Behind the controls stand the place and the punches at start and finish.
+        controls(header.column("Course controls")),
+        punches(pairsBegin(header)),
+        hasPunches(withPunches) {
     const int punch1 = header.column("Punch1");
-    hasPunches = punch1 >= 0;
-    inGroups = hasPunches && header.text(punch1 + 1).ends_with('1');
-    punches = controls >= 0 ? controls + 4 : punch1 - 1;
+    inGroups = punch1 >= 0 && header.text(punch1 + 1).ends_with('1');
     if (inGroups) punches = punch1 - 2;
   }
 
   CsvPersonColumns person;
   CsvClassColumns category;
-  int start, finish, course, status;
+  int start, finish, time, place, course, status;
   int clubNo, clubName, city, club, nation;
   int ranking, km, controls;
-  int punches = 0;  // the first field of the first punch
-  bool hasPunches = false;
+  int punches;  // the first field of the first punch
+  bool hasPunches;
   bool inGroups = false;
 };
 
 class RowReader {
  public:
-  RowReader(ReadJob& job, const CsvFile& row) : job_(job), row_(row), columns_(row.header()) {}
+  RowReader(ReadJob& job, const CsvFile& row, bool withPunches)
+      : job_(job), row_(row), columns_(row.header(), withPunches) {}
 
   const CsvClassColumns& category() const { return columns_.category; }
 
@@ -64,6 +79,9 @@ class RowReader {
     const std::string_view course = row_.field(columns_.course);
     if (!course.empty()) runner.courseName(std::string(course));
     readCsvStatus(row_.field(columns_.status), runner, notes);
+    if (isNotCompetingWord(row_.field(columns_.place))) {
+      runner.status(statusByPlace(row_.field(columns_.place), runner.status()));
+    }
     readClub(runner);
     if (const auto place = csvInteger(row_.field(columns_.ranking))) {
       runner.rankingPosition(saturated<std::int16_t>(*place));
@@ -78,12 +96,17 @@ class RowReader {
   }
 
  private:
+  // Punches count from the start. A start that is written but cannot be read is 0, and the finish
+  // follows from the time of the run.
   void readTimes(LRKRunner& runner, const LineNotes& notes) const {
-    const Time start = readCsvTime(row_.field(columns_.start), "unreadable start time", notes);
-    const Time finish = readCsvTime(row_.field(columns_.finish), "unreadable finish time", notes);
-    const Time startClock = sumOfTimes(start, job_.zeroTime);
-    runner.startTime(isDisq(startClock) ? 0 : startClock);
-    runner.finishTime(sumOfTimes(finish, job_.zeroTime));
+    const std::string_view text = row_.field(columns_.start);
+    const Time start = sumOfTimes(readCsvTime(text, "unreadable start time", notes), job_.zeroTime);
+    const bool known = text.empty() || !isDisq(start);
+    runner.startTime(isDisq(start) ? 0 : start);
+    const Time end = known
+                         ? readCsvTime(row_.field(columns_.finish), "unreadable finish time", notes)
+                         : readCsvTime(row_.field(columns_.time), "unreadable time", notes);
+    runner.finishTime(sumOfTimes(end, known ? job_.zeroTime : 0));
   }
 
   // The club's short name may stand before its name, which the lists call its city.
@@ -145,18 +168,41 @@ class RowReader {
   const Columns columns_;
 };
 
-// The newer layout of results without punches says so in its first field.
-bool isReadable(const CsvHeader& header) {
-  return header.has("Long") && (header.has("Punch1") || header.layout().starts_with("OE0012"));
+// Whether a row goes on beyond the header with a pair of control and time.
+bool hasPairBehindHeader(const CsvFile& row) {
+  const int end = row.header().noOfColumns();
+  int at = pairsBegin(row.header());
+  if (at + 1 < end) at += (end - at) / 2 * 2;
+  return csvCode(row.field(at)) != 0 && !isDisq(csvTime(row.field(at + 1)));
+}
+
+bool anyRowGoesOn(const std::string& path) {
+  CsvFile file;
+  if (!file.read(path)) return false;
+  while (file.next()) {
+    if (hasPairBehindHeader(file)) return true;
+  }
+  return false;
+}
+
+// Newer layouts and those of other programs come without punches as well.
+bool isReadWithoutPunches(const std::string& path, const CsvHeader& header) {
+  const bool byTheWord = detectCsv({path, false}) != 0 && !header.isImitation();
+  return !byTheWord && detectCsv({path, true}) != 0;
 }
 
 }  // namespace
 
 std::int32_t readCsvIndividual(ReadJob& job) {
   CsvFile file;
-  if (!file.read(job.fileName) || !isReadable(file.header())) return LRK_IMPORT_CSV_INVALID_FORMAT;
+  if (!file.read(job.fileName)) return LRK_IMPORT_CSV_INVALID_FORMAT;
+  const CsvHeader& header = file.header();
+  const bool withPunches = header.has("Punch1") || anyRowGoesOn(job.fileName);
+  if (!header.has("Long") || (!withPunches && !isReadWithoutPunches(job.fileName, header))) {
+    return LRK_IMPORT_CSV_INVALID_FORMAT;
+  }
   ReaderRun run(job, CourseLengthFrom::runners);
-  const RowReader row(job, file);
+  const RowReader row(job, file, withPunches);
   while (file.next()) {
     if (!row.category().reachedBy(file)) {
       LineNotes(job.session, file.line())("too few fields");

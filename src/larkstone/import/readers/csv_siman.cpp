@@ -44,7 +44,7 @@ class RowReader {
     if (!club.empty()) runner.club(std::string(club));
     const Time start = readCsvTime(row_.field(start_), "unreadable start time", notes);
     const Time finish = readCsvTime(row_.field(finish_), "unreadable finish time", notes);
-    runner.startTime(isDisq(start) ? 0 : start);
+    runner.startTime(start);
     runner.finishTime(finish);
     runner.status(isDisq(start) || isDisq(finish) ? estaDidNotFinish : estaOK);
     eachPair([&](std::string_view code, std::string_view text) {

@@ -115,14 +115,15 @@ bool readRunner(std::string_view line, const Legs& legs, int number, ReadJob& jo
   runner.name(takeText(line));
   runner.club(takeText(line));
   const Time start = takeTime(line, "unreadable start time", notes);
-  runner.startTime(isDisq(start) ? 0 : start);
+  runner.startTime(start);
   readLegTimes(line, legs.count, start, runner, notes);
   if (legs.lengthKnown) runner.courseLength(legs.length);
   return run.addRunner(std::move(runner), notes);
 }
 
 void readHead(TextLines& lines, LRKEvent& event) {
-  event.name(std::string(nextLine(lines)));
+  const std::string_view name = nextLine(lines);
+  if (!name.empty()) event.name(std::string(name));
   const std::string_view date = nextLine(lines);
   const bool threeNumbers = date.find_first_not_of("0123456789.-/ ") == std::string_view::npos &&
                             date.find_first_of(".-/") != date.find_last_of(".-/");
@@ -144,10 +145,10 @@ std::int32_t readStandardText(ReadJob& job) {
   Legs legs;
   for (std::string_view line; lines.next(line);) {
     line = withoutBlanks(line);
-    const bool empty = trimmed(line).empty();
-    if (empty) {
+    if (line.empty()) {
       run.endCategory();
     } else if (!run.hasCategory()) {
+      if (trimmed(line).empty()) continue;
       LRKCategory category;
       category.name(std::string(trimmed(line)));
       legs = readLegs(nextLine(lines), category, LineNotes(job.session, lines.number()));
