@@ -2,7 +2,6 @@
 // runners whatever happens to the categories.
 
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <tuple>
 
@@ -108,80 +107,55 @@ TEST_F(DerivedCourses, BecomeCoursesWithTheRunnersTheyName) {
   EXPECT_TRUE(course.runnerAdditionStyleAllowRearrangement());
 }
 
-// A class is stored with other runners: whom the references 0, 1 and 2 name then, -1 for nobody.
+// A class is stored with other runners: "2Ann" is the third one of before under that name, "+Bo" a
+// new one. Whom the references to those of before name then, -1 for nobody.
 TEST_F(DerivedCourses, FollowRunnersOfAChangedClass) {
-  const auto add = [](LRKCategory& category, const std::string& name) {
-    category.addRunner(runnerOn({31, 32}));
-    category.runner(category.noOfRunners() - 1).name(name);
-  };
-  struct Row {
-    int line;
-    Names before;
-    std::function<void(LRKCategory&)> change;
-    std::vector<int> after;
-  };
-  const Row rows[] = {
-      // Corrected names and clubs.
-      {__LINE__, {"Ann", "Bo"}, [](LRKCategory& c) { c.runner(0).name("Anna"); }, {0, 1}},
-      {__LINE__,
-       {"Ann", "Bo", "Cid"},
-       [](LRKCategory& c) {
-         c.runner(2).club("OK");
-         c.runner(0).name("Anna");
-         c.moveRunner(0, 2);
-       },
-       {2, 0, 1}},
-      {__LINE__,
-       {"Ann", "Bo"},
-       [&](LRKCategory& c) {
-         c.deleteRunner(0);
-         add(c, "Ann's");
-         c.runner(0).name("Bob");
-       },
-       {-1, 0}},
+  const std::tuple<Names, bool, Names, std::vector<int>> rows[] = {
+      // Corrected names.
+      {{"Ann", "Bo"}, true, {"0Anna", "1Bo"}, {0, 1}},
+      {{"Ann", "Bo", "Cid"}, true, {"1Bo", "2Zid", "0Anna"}, {2, 0, 1}},
+      {{"Ann", "Bo"}, true, {"1Bob", "+Anna"}, {-1, 0}},
       // The name counts before the number.
-      {__LINE__,
-       {"Ann", "Bo"},
-       [](LRKCategory& c) {
-         c.runner(0).name("Bo");
-         c.runner(1).name("Ann");
-       },
-       {1, 0}},
+      {{"Ann", "Bo"}, true, {"0Bo", "1Ann"}, {1, 0}},
       // Twins, in either order.
-      {__LINE__, {"Eva", "EVA"}, [&](LRKCategory& c) { add(c, "Eva"); }, {0, 1}},
-      {__LINE__, {"Eva", "Eva"}, [](LRKCategory& c) { c.moveRunner(0, 1); }, {1, 0}},
-      {__LINE__, {"Eva", "Eva", "Eva"}, [](LRKCategory& c) { c.deleteRunner(1); }, {0, -1, 1}},
+      {{"Eva", "EVA"}, true, {"0Eva", "1Eva", "+Eva"}, {0, 1}},
+      {{"Eva", "Eva"}, true, {"1Eva", "0Eva"}, {1, 0}},
+      {{"Eva", "Eva", "Eva"}, true, {"0Eva", "2Eva"}, {0, -1, 1}},
       // A class from elsewhere: its numbers say nothing.
-      {__LINE__,
-       {"Eva", "Ann", "Eva"},
-       [&](LRKCategory& c) {
-         c = LRKCategory();
-         for (const char* name : {"Bo", "Eva", "Cid", "eva"}) add(c, name);
-       },
-       {1, -1, 3}},
+      {{"Eva", "Ann", "Eva"}, false, {"+Eva", "+Bo", "+eva"}, {0, -1, 2}},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+  for (const auto& [before, handedOut, now, expected] : rows) {
     ASSERT_EQ(event_.createNewEvent(path_, true), 0);
-    ASSERT_EQ(event_.addCategory(categoryNamed("before")), 0);
+    ASSERT_EQ(event_.addCategory(categoryNamed("first")), 0);
     LRKCategory category;
-    for (const std::string& name : row.before) add(category, name);
+    for (const std::string& name : before) {
+      category.addRunner(runnerOn({31, 32}));
+      category.runner(category.noOfRunners() - 1).name(name);
+    }
     ASSERT_EQ(event_.addCategory(category), 0);
-    const int count = category.noOfRunners();
-    for (int i = 0; i < count; ++i) {
-      LRKDerivedCourse one = courseNamed("");
-      one.addRunner(1, i);
-      ASSERT_EQ(event_.addDerivedCourse(one), 0);
+    LRKCategory changed = handedOut ? *event_.category(1) : LRKCategory();
+    const LRKCategory old = *event_.category(1);
+    for (const std::string& name : now) {
+      const int from = name[0] == '+' ? -1 : name[0] - '0';
+      changed.addRunner(from < 0 ? runnerOn({31}) : LRKRunner());
+      const int last = changed.noOfRunners() - 1;
+      if (from >= 0) changed.runner(last, old.runner(from));
+      changed.runner(last).name(name.substr(1));
     }
-    const auto changed = event_.category(1);
-    row.change(*changed);
-    ASSERT_EQ(event_.category(1, changed), 0);
+    for (std::size_t i = 0; handedOut && i < before.size(); ++i) changed.deleteRunner(0);
+    LRKDerivedCourse course = courseNamed("");
     std::vector<int> after;
-    for (int i = 0; i < count; ++i) {
-      const LRKDerivedCourse one = *event_.derivedCourse(i);
-      after.push_back(one.noOfRunners() == 0 ? -1 : one.runnerIndex(0));
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      course.noOfRunners(0);
+      course.addRunner(1, static_cast<int>(i));
+      ASSERT_EQ(event_.addDerivedCourse(course), 0);
     }
-    EXPECT_EQ(after, row.after);
+    ASSERT_EQ(event_.category(1, changed), 0);
+    for (int i = 0; i < event_.noOfDerivedCourses(); ++i) {
+      course = *event_.derivedCourse(i);
+      after.push_back(course.noOfRunners() == 0 ? -1 : course.runnerIndex(0));
+    }
+    EXPECT_EQ(after, expected) << testing::PrintToString(now);
   }
 }
 
@@ -215,11 +189,17 @@ class RunnersFollowed : public DerivedCourses {
   void forget(const std::string& begin) {
     std::erase_if(named_, [&](const std::string& name) { return name.starts_with(begin); });
   }
-  // A runner goes, or two change places; one is referred to under the number that storing gave.
+  // A runner goes or gets a new name, or two change places; one is referred to under the number
+  // that storing gave.
   void store(int index) {
     const std::shared_ptr<LRKCategory> category = event_.category(index);
     const int last = category->noOfRunners() - 1;
-    if (last > 0 && upTo(2) == 0) {
+    if (upTo(2) == 0) {
+      LRKRunner& runner = category->runner(upTo(last));
+      const std::string before = runner.name();
+      runner.name(before + "'");
+      std::replace(named_.begin(), named_.end(), before, runner.name());
+    } else if (last > 0 && upTo(2) == 0) {
       forget(category->runner(last / 2).name());
       category->deleteRunner(last / 2);
     } else {

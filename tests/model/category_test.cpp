@@ -64,10 +64,14 @@ TEST(CategoryTest, ForkingInfo) {
   EXPECT_FALSE(category.allRunnersHaveTheSameForking());
   EXPECT_EQ(category.minNoOfLegs(), 2);
   EXPECT_EQ(category.maxNoOfLegs(), 4);
-  category.noOfRunners(1);
+  category = categoryOf({"S-31-32-F", "S-31-32-F", "S-31-33-F"});
+  category.updateForkingInfo();
+  EXPECT_FALSE(category.allRunnersHaveTheSameForking());
+  category.noOfRunners(2);
   category.updateForkingInfo();
   EXPECT_TRUE(category.allRunnersHaveTheSameForking());
   EXPECT_EQ(category.minNoOfLegs(), 3);
+  EXPECT_EQ(category.maxNoOfLegs(), 3);
   category.noOfRunners(0);
   category.updateForkingInfo();
   EXPECT_EQ(category.minNoOfLegs(), 3);  // without runners only the flag is set
