@@ -12,6 +12,7 @@ using Writer = std::int32_t (*)(const LRKEvent&, ExportFile&);
 
 std::int32_t writeEvent(const LRKEvent& event, const ExportSink& sink, Writer write) {
   if (!event.isOpen()) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
+  if (!sink) return LRK_COULD_NOT_OPEN_FILE;
   ExportFile file(sink);
   if (const std::int32_t code = write(event, file)) return code;
   return file.flush() ? 0 : LRK_COULD_NOT_OPEN_FILE;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "larkstone/event/export.hpp"
 
@@ -16,7 +17,7 @@ class LRKEvent;
 /// Hands on what is written in large pieces.
 class ExportFile {
  public:
-  explicit ExportFile(const ExportSink& sink) : sink_(sink) {}
+  explicit ExportFile(ExportSink sink) : sink_(std::move(sink)) {}
 
   void write(std::string_view bytes) {
     pending_ += bytes;
@@ -32,7 +33,7 @@ class ExportFile {
  private:
   static constexpr std::size_t pieceSize = 1 << 16;
 
-  const ExportSink& sink_;
+  ExportSink sink_;
   std::string pending_;
   bool taken_ = true;
 };

@@ -82,8 +82,7 @@ void writeBlock(const LRKCategory& category, ExportFile& blocks) {
 // Writes the block of every category behind the one before and gives their ends.
 std::int32_t writeBlocks(const LRKEvent& event, WorkingFile& file,
                          std::vector<std::int64_t>& ends) {
-  const ExportSink append = [&file](std::string_view bytes) { return file.append(bytes); };
-  ExportFile blocks(append);
+  ExportFile blocks([&file](std::string_view bytes) { return file.append(bytes); });
   for (int i = 0; i < event.noOfCategories(); ++i) {
     const auto category = event.storedCategory(i);
     if (!category) return LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
