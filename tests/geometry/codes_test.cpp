@@ -41,6 +41,12 @@ TEST(CodesTest, CommonCodes) {
       {__LINE__, "S-50-1-50-2-60-3-60-F", "S-50-1-50-2-60-3-60-F", "S-50-50-60-60-F",
        "S-50-1-50-2-60-3-60-F"},
       {__LINE__, "", "S-F", "", ""},
+      // The other has fewer laps: from the first 50 to the last one only the centre counts.
+      {__LINE__, "S-50-1-50-2-50-F", "S-50-2-50-F", "S-50-50-F", "S-50-50-F"},
+      // It has more: one lap is no section, and 1 may be looked for behind the other's first lap.
+      {__LINE__, "S-50-1-50-F", "S-50-2-50-1-50-F", "S-50-1-50-F", "S-50-50"},
+      // 60 makes no section, since nothing repeated comes behind it; the one of 50 ends at 60.
+      {__LINE__, "60-50-1-50-2-60-F", "60-50-1-50-2-60-F", "60-50-50-60-F", "60-50-1-50-2-60-F"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
@@ -58,6 +64,14 @@ TEST(CodesTest, TheFrameIsPutOnAndTakenOffOnce) {
   list.stripSuperStartAndFinish();
   EXPECT_EQ(list.toString(","), "31,32");
   EXPECT_EQ(codes("S-31-F").toString(), "32736-31-32752");
+  list.count(LRK_MAX_LIST - 1);  // no room for two
+  list.addSuperStartAndFinish();
+  EXPECT_EQ(list.count(), LRK_MAX_LIST - 1);
+  EXPECT_FALSE(list.superStartAndFinishExist());
+  list.count(LRK_MAX_LIST - 2);
+  list.addSuperStartAndFinish();
+  EXPECT_TRUE(list.superStartAndFinishExist());
+  EXPECT_EQ(list.toPunches().count(), LRK_MAX_LIST);
 }
 
 TEST(CodesTest, SearchesAndLegs) {

@@ -148,12 +148,22 @@ TEST(LegsTest, RunnersLegsMatchACourseUnderThePolicy) {
       {__LINE__, "S-50-2-50-1-50-F", "S-50-1-50-2-50-F", false, true, 0b111},
       {__LINE__, "S-31-F", "99-31-98", false, true, 0b111},  // under codes acting as start, finish
       {__LINE__, "S-31-F", "99-31-98", false, false, 0},
+      // A leg that stands for several, wherever they were run.
+      {__LINE__, "32-F", "S-31-32-33-F", false, true, 0},
+      {__LINE__, "32-F", "S-31-32-33-F", true, true, 0b011},
+      {__LINE__, "32-33,S-32", "S-31-32-33-F", true, false, 0b001},
+      {__LINE__, "32-33,S-32", "S-31-32-33-F", false, true, 0b001},
+      {__LINE__, "32-33,S-32", "S-31-32-33-F", true, true, 0b011},
+      {__LINE__, "31-32,S-33", "S-31-32-33-F", true, true, 0b001},  // part of it is taken
+      // The loops one after the other; from the beginning only the first one is met.
+      {__LINE__, "S-50-50-50-F", "S-50-1-50-2-50-F", true, false, 0b011},
+      {__LINE__, "S-50-50-50-F", "S-50-1-50-2-50-F", true, true, 0b001},
   };
   const LRKCodes start = codes("99");
   const LRKCodes finish = codes("98");
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
-    const LRKLegs runner = legs(row.runner);
+    const LRKLegs runner = fragments(row.runner);
     LRKLegs course = legs(row.course);
     const auto fits = [&](enmRequiredLegs required) {
       return runner.legsMatch(course, required, row.merging, row.rearrangement, start, finish);

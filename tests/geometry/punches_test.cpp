@@ -62,6 +62,7 @@ TEST(PunchesTest, DeletingACodeClearsTheRange) {
 
 TEST(PunchesTest, ARepeatedLegIsMarkedOncePerOccurrence) {
   LRKPunches list = punches("31-32-31-32");
+  EXPECT_FALSE(list.allLegsMarked());
   list.unmarkLegs();
   EXPECT_EQ(list.legExistsAndMark(31, 32), 0);
   EXPECT_EQ(list.legExistsAndMark(31, 32), 2);
@@ -70,6 +71,10 @@ TEST(PunchesTest, ARepeatedLegIsMarkedOncePerOccurrence) {
   EXPECT_EQ(list.legExistsAndMark(32, 31), 1);
   EXPECT_TRUE(list.allLegsMarked());
   EXPECT_EQ(list.legIndex(31, 32, 1), 2);
+  list.add(0, 33);
+  EXPECT_FALSE(list.allLegsMarked());
+  list.count(1);
+  EXPECT_TRUE(list.allLegsMarked());
 }
 
 TEST(PunchesTest, CommonControlsTreatRepeatedOnesAsFixedPoints) {

@@ -1,6 +1,7 @@
 #include "larkstone/geometry/codes.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <unordered_map>
 
 #include "larkstone/geometry/legs.hpp"
@@ -77,6 +78,7 @@ bool LRKCodes::isEqualTo(const LRKCodes& codesToCompare, const LRKCodes* codesEq
 
 int LRKCodes::codeIndex(Code code, int offset) const {
   if (offset >= count()) return -1;
+  assert(offset >= 0);
   const auto found = std::find(codes_.begin() + offset, codes_.end(), code);
   return found == codes_.end() ? -1 : static_cast<int>(found - codes_.begin());
 }
@@ -151,7 +153,7 @@ bool LRKCodes::superStartAndFinishExist() const {
 }
 
 void LRKCodes::addSuperStartAndFinish() {
-  if (superStartAndFinishExist()) return;
+  if (superStartAndFinishExist() || count() + 2 > LRK_MAX_LIST) return;
   codes_.insert(codes_.begin(), LRK_SUPER_START_CODE);
   codes_.push_back(LRK_SUPER_FINISH_CODE);
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/types.hpp"
 
 namespace larkstone {
@@ -17,15 +18,16 @@ inline constexpr Code LRK_SUPER_START_CODE = -2;   ///< frames a sequence in cou
 inline constexpr Code LRK_SUPER_FINISH_CODE = -1;  ///< the other end of the frame
 
 /// The codes of a course or of a runner's race, with a name and the number of runners behind it.
-/// At most 32767 codes. Indices count from 0 and must lie below count().
+/// At most 32767 codes. Indices count from 0 and must lie below count() (debug builds assert it),
+/// offsets of searches may lie beyond.
 class LRKCodes {
  public:
   int count() const { return static_cast<int>(codes_.size()); }
   /// Keeps what is there; new codes are 0. 0 or less empties the list.
   void count(int count);
 
-  Code code(int index) const { return codes_[static_cast<std::size_t>(index)]; }
-  void code(int index, Code code) { codes_[static_cast<std::size_t>(index)] = code; }
+  Code code(int index) const { return codes_[indexWithin(index, codes_.size())]; }
+  void code(int index, Code code) { codes_[indexWithin(index, codes_.size())] = code; }
 
   int runnerCount() const { return runnerCount_; }
   void runnerCount(int runnerCount) { runnerCount_ = runnerCount; }
@@ -55,6 +57,7 @@ class LRKCodes {
   int codeCount(Code code) const;
 
   bool superStartAndFinishExist() const;
+  /// A list without room for both codes stays as it is.
   void addSuperStartAndFinish();
   void stripSuperStartAndFinish();
 

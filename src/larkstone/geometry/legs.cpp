@@ -81,7 +81,9 @@ void LRKLegs::edit(int index, Code beginCode, Code endCode, Time beginTime, Time
   leg.endTimeIsEstimated = endTimeIsEstimated;
 }
 
-void LRKLegs::erase(int index) { legs_.erase(legs_.begin() + index); }
+void LRKLegs::erase(int index) {
+  legs_.erase(legs_.begin() + static_cast<std::ptrdiff_t>(indexWithin(index, legs_.size())));
+}
 
 void LRKLegs::addTimeOffset(Time offset) {
   for (Leg& leg : legs_) {
@@ -106,7 +108,8 @@ void LRKLegs::insert(int index, Time beginTime, Code beginCode, Time endTime, Co
                      int beginPunchIndex, int endPunchIndex, bool beginTimeIsEstimated,
                      bool endTimeIsEstimated) {
   if (count() >= LRK_MAX_LIST) return;
-  legs_.emplace(legs_.begin() + index);
+  const std::size_t place = indexWithin(index, legs_.size() + 1);
+  legs_.emplace(legs_.begin() + static_cast<std::ptrdiff_t>(place));
   edit(index, beginCode, endCode, beginTime, endTime, beginPunchIndex, endPunchIndex,
        beginTimeIsEstimated, endTimeIsEstimated);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/types.hpp"
 
 namespace larkstone {
@@ -17,7 +18,8 @@ class LRKCodes;
 /// An ordered list of legs, each from a begin code to an end code with the times at both ends, the
 /// indices of the two punches it came from, its length in centimetres, and the codes of controls
 /// inside it when it stands for several legs. Where a leg does not begin at the code where the
-/// previous one ended, a new course fragment starts. At most 32767 legs; indices count from 0.
+/// previous one ended, a new course fragment starts. At most 32767 legs. Indices count from 0 and
+/// must lie below count() (debug builds assert it), offsets of searches may lie beyond.
 class LRKLegs {
  public:
   /// Stands for "the place of the leg" where a punch index is asked for.
@@ -53,10 +55,12 @@ class LRKLegs {
   /// All sub-codes become 0.
   void noOfSubCodes(int index, int count);
   Code subCode(int index, int subIndex) const {
-    return at(index).subCodes[static_cast<std::size_t>(subIndex)];
+    const std::vector<Code>& codes = at(index).subCodes;
+    return codes[indexWithin(subIndex, codes.size())];
   }
   void subCode(int index, int subIndex, Code code) {
-    at(index).subCodes[static_cast<std::size_t>(subIndex)] = code;
+    std::vector<Code>& codes = at(index).subCodes;
+    codes[indexWithin(subIndex, codes.size())] = code;
   }
 
   /// The sum of the lengths of legs 0 to index.
@@ -191,8 +195,8 @@ class LRKLegs {
     std::vector<Code> subCodes;
   };
 
-  Leg& at(int index) { return legs_[static_cast<std::size_t>(index)]; }
-  const Leg& at(int index) const { return legs_[static_cast<std::size_t>(index)]; }
+  Leg& at(int index) { return legs_[indexWithin(index, legs_.size())]; }
+  const Leg& at(int index) const { return legs_[indexWithin(index, legs_.size())]; }
 
   std::vector<Leg> legs_;
 };

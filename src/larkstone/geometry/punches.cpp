@@ -64,7 +64,10 @@ void LRKPunches::edit(int index, Time time, Code code) {
   at(index).code = code;
 }
 
-void LRKPunches::erase(int index) { punches_.erase(punches_.begin() + index); }
+void LRKPunches::erase(int index) {
+  punches_.erase(punches_.begin() +
+                 static_cast<std::ptrdiff_t>(indexWithin(index, punches_.size())));
+}
 
 void LRKPunches::addTimeOffset(Time offset, int code) {
   for (Punch& punch : punches_) {
@@ -88,7 +91,9 @@ bool LRKPunches::deleteCode(Code code, int firstIndex, int lastIndex) {
 
 void LRKPunches::insert(int index, Time time, Code code) {
   if (count() >= LRK_MAX_LIST) return;
-  punches_.insert(punches_.begin() + index, {code, false, clampedTime(time)});
+  const std::size_t place = indexWithin(index, punches_.size() + 1);
+  punches_.insert(punches_.begin() + static_cast<std::ptrdiff_t>(place),
+                  {code, false, clampedTime(time)});
 }
 
 int LRKPunches::legIndex(Code beginCode, Code endCode, int offset) const {
@@ -115,7 +120,9 @@ int LRKPunches::legExistsAndMark(Code code0, Code code1, int offset) {
 }
 
 bool LRKPunches::allLegsMarked() const {
-  return std::find(legMarks_.begin(), legMarks_.end(), false) == legMarks_.end();
+  const int legs = std::max(count() - 1, 0);
+  if (legs > static_cast<int>(legMarks_.size())) return false;
+  return std::find(legMarks_.begin(), legMarks_.begin() + legs, false) == legMarks_.begin() + legs;
 }
 
 LRKPunches LRKPunches::commonControlPunches(const LRKPunches& punchesToCompare) const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/types.hpp"
 
 namespace larkstone {
@@ -16,7 +17,8 @@ class LRKLegs;
 
 /// An ordered list of punches: code, time and whether the time was estimated. The first punch may
 /// be a start, the last a finish; add() keeps that form whatever the order of additions. At most
-/// 32767 punches. Indices count from 0 and must lie below count().
+/// 32767 punches. Indices count from 0 and must lie below count() (debug builds assert it), offsets
+/// of searches may lie beyond.
 ///
 ///     LRKPunches punches;
 ///     punches.add(0, LRK_START_CODE);
@@ -69,6 +71,7 @@ class LRKPunches {
   void unmarkLegs();
   /// As legIndex(), over the legs not yet marked; marks the one it returns.
   int legExistsAndMark(Code code0, Code code1, int offset = 0);
+  /// True for fewer than two punches; false for legs that unmarkLegs() has not seen.
   bool allLegsMarked() const;
 
   /// The punches whose codes are matched in order in the other list; controls that this list
@@ -99,8 +102,8 @@ class LRKPunches {
     Time time = 0;
   };
 
-  Punch& at(int index) { return punches_[static_cast<std::size_t>(index)]; }
-  const Punch& at(int index) const { return punches_[static_cast<std::size_t>(index)]; }
+  Punch& at(int index) { return punches_[indexWithin(index, punches_.size())]; }
+  const Punch& at(int index) const { return punches_[indexWithin(index, punches_.size())]; }
 
   std::vector<Punch> punches_;
   std::vector<bool> legMarks_;
