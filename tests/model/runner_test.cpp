@@ -88,6 +88,22 @@ TEST(RunnerTest, TotalsEndAtTheFirstMissingTimeUntilTheGapIsBridged) {
   EXPECT_EQ(timesOf(ok, elstTotal), (Times{6000, none, 20000, 26000}));
 }
 
+TEST(RunnerTest, GapsAreOpenedByABeginAndClosedByAnEnd) {
+  // 32 and 33 have no time: the way from 31 to 34 is one gap.
+  LRKRunner r = onItsLegs("S-31-32-33-34-F", {0, 60, -1, -1, 240, 300});
+  EXPECT_EQ(timesOf(r, elstTotalAllowMissingPunches), (Times{6000, none, none, 24000, 30000}));
+  // Without a time at the start no gap is open; what follows counts from 0.
+  EXPECT_EQ(timesOf(onItsLegs("S-31-F", {-1, 60, 120}), elstTotalAllowMissingPunches),
+            (Times{none, 6000}));
+  // A leg that begins elsewhere is another fragment: the gap stays open, its time is not counted.
+  r.legs().beginCode(3, 40);
+  r.initializeTimes(false);
+  EXPECT_EQ(timesOf(r, elstTotalAllowMissingPunches), (Times{6000, none, none, none, 12000}));
+  // Closed is closed: the second gap is bridged from its own begin.
+  const LRKRunner twice = onItsLegs("S-31-32-33-34-F", {0, 60, -1, 180, -1, 330});
+  EXPECT_EQ(timesOf(twice, elstTotalAllowMissingPunches), (Times{6000, none, 18000, none, 33000}));
+}
+
 TEST(RunnerTest, AGapIsNotBridgedOverForeignPunches) {
   LRKRunner r = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260});
   r.legs().endPunchIndex(2, 4);  // the leg back into the course ends elsewhere
@@ -118,9 +134,16 @@ TEST(RunnerTest, AFailingStatusTakesTheQualificationOfAWholeCategoryAway) {
   EXPECT_EQ(r.time(0, elstTotal), none);
   EXPECT_EQ(r.time(0, elstPassingBegin), 0);  // the leg behind the last qualified one begins
   EXPECT_EQ(r.time(1, elstPassingBegin), none);
-  r.status(estaActive);
-  r.initializeTimes(true);
-  EXPECT_EQ(r.time(1, elstTotal), 12000);
+  for (int status = estaOK; status <= estaUnknown; ++status) {
+    r.status(static_cast<enmStatus>(status));
+    r.initializeTimes(true);
+    const bool mayQualify = status <= estaActive || status == estaUnknown;
+    EXPECT_EQ(r.time(1, elstTotal), mayQualify ? 12000 : none) << status;
+  }
+  // Only OK makes up for a missing time.
+  LRKRunner finished = onItsLegs("S-31-32-F", {0, 60, -1, 180}, estaFinished);
+  finished.initializeTimes(true);
+  EXPECT_EQ(timesOf(finished, elstTotal), (Times{6000, none, none}));
 }
 
 TEST(RunnerTest, TimeLossAccumulates) {
@@ -140,6 +163,66 @@ TEST(RunnerTest, TimeLossAccumulates) {
   EXPECT_EQ(r.timeLoss(2, elstTotal), 0);
 }
 
+TEST(RunnerTest, TimeLossIsTakenOutOfTimesThatCount) {
+  // Qualified to 31 only: behind it totals and ends stay, the begin of the last leg does not.
+  LRKRunner r = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260});
+  LRKRunner even = r;
+  even.qualifyEvenIfDisqualified(true);
+  for (LRKRunner* runner : {&r, &even}) {
+    for (int i = 0; i < 4; ++i) runner->timeLoss(i, elstTotal, (i + 1) * 100);
+    runner->subtractTimeLoss();
+    EXPECT_EQ(timesOf(*runner, elstPassingBeginAllowMissingPunches), (Times{0, 5900, none, 19700}));
+    EXPECT_EQ(runner->timeLoss(3, elstTotal), 0);
+  }
+  for (const auto style : {elstTotalAllowMissingPunches, elstPassingEndAllowMissingPunches}) {
+    EXPECT_EQ(timesOf(r, style), (Times{5900, none, 20000, 26000}));
+    EXPECT_EQ(timesOf(even, style), (Times{5900, none, 19700, 25600}));
+  }
+}
+
+TEST(RunnerTest, LegsThatAreNotThereHaveNoValues) {
+  const LRKRunner ofCategory = runner("S-31-F");
+  LRKRunner r = onItsLegs("S-31-F", {0, 60, 120});
+  r.timeLoss(1, elstTotal, 500);
+  r.followingBenefitTime(1, elstTotal, 500);
+  const std::pair<const LRKRunner*, int> rows[] = {
+      {&ofCategory, 0}, {&ofCategory, 1}, {&r, 2}, {&r, -1}};
+  for (const auto& [runner, legNo] : rows) {
+    for (int number = -1; number <= LRK_LEG_STYLES; ++number) {
+      const auto style = static_cast<enmLegStyle>(number);
+      const bool isStyle = number >= 0 && number < LRK_LEG_STYLES;
+      EXPECT_EQ(runner->time(legNo, style), isStyle ? none : 0) << number;
+      EXPECT_EQ(runner->place(legNo, style), 0);
+      EXPECT_FALSE(runner->hasPlace(legNo, style));
+      EXPECT_EQ(runner->timeLoss(legNo, style), 0);
+      EXPECT_EQ(runner->followingBenefitTime(legNo, style), 0);
+      EXPECT_EQ(runner->performanceIndex(legNo, style), 0);
+      EXPECT_FALSE(runner->timeIsEstimated(legNo, style));
+    }
+    EXPECT_EQ(runner->followingIndex(legNo) + runner->pullIndex(legNo), 0);
+    EXPECT_EQ(runner->noOfFollowedRunners(legNo), 0);
+    EXPECT_EQ(runner->pulledRunnerIndex(legNo, 0), -1);
+    EXPECT_EQ(runner->pulledRunnerIndexValue(legNo, 0), 0);
+  }
+}
+
+TEST(RunnerTest, WhatWasWrittenForAStyleCanBeRead) {
+  for (int number = 0; number < LRK_LEG_STYLES; ++number) {
+    const auto style = static_cast<enmLegStyle>(number);
+    LRKRunner r = onItsLegs("S-31-32-F", {0, 60, 120, 180});
+    r.performanceIndex(1, style, 0.5F);
+    r.followingBenefitTime(0, elstTotal, 70);
+    r.followingBenefitTime(1, style, -300);
+    EXPECT_EQ(r.performanceIndex(1, style), 0.5F) << number;
+    EXPECT_EQ(r.performanceIndex(0, style), 0.0F) << number;
+    EXPECT_EQ(r.followingBenefitTime(1, style), -300) << number;
+    // A leg's own benefit counts from there on: 70 and -300.
+    EXPECT_EQ(r.followingBenefitTime(1, elstTotal), style == elstTotal ? -300
+                                                    : style == elstLeg ? -230
+                                                                       : 0);
+  }
+}
+
 TEST(RunnerTest, PunchesAreRebuiltAlongACourse) {
   LRKRunner r = runner("S-31-33-35-F", {0, 10, 20, 30, 40});
   r.extraPunches(punches("36-37", {15, -1}));
@@ -156,7 +239,16 @@ TEST(RunnerTest, PunchesAreRebuiltAlongACourse) {
 }
 
 TEST(RunnerTest, ClonesCarryWhatIsSetAndNoResults) {
-  LRKRunner r = onItsLegs("S-31-F", {0, 60, 120});
+  LRKCategory category;
+  category.name("H21");
+  category.categoryIndex(4);
+  category.addRunner({});
+  category.addRunner(onItsLegs("S-31-F", {0, 60, 120}));
+  LRKRunner& r = category.runner(1);
+  r.extraPunches(punches("35-36", {70, 80}));
+  r.resultPlace(7);
+  r.requiredLegsValueUsed(erqlAll);
+  r.rearrangementValueUsed(true);
   r.club("OK Syd");
   r.relayLeg(2);
   r.relayLegSet(false);
@@ -174,6 +266,16 @@ TEST(RunnerTest, ClonesCarryWhatIsSetAndNoResults) {
   EXPECT_EQ(copy.courseFollowingIndex(), 0);
   EXPECT_FALSE(copy.qualifyEvenIfDisqualified());
   EXPECT_EQ(textOf(copy.punches()), "S-31-F");
+  EXPECT_EQ(textOf(copy.extraPunches()), "35-36");
+  EXPECT_EQ(timesOf(copy.extraPunches()), (Times{7000, 8000}));
+  EXPECT_EQ(textOf(copy.legs()), "S-31-F");
+  EXPECT_EQ(copy.legs().endTime(1), 12000);
+  EXPECT_EQ(copy.categoryIndex(), 4);
+  EXPECT_EQ(copy.runnerIndex(), 1);
+  EXPECT_EQ(copy.categoryName(), "H21");
+  EXPECT_EQ(copy.resultPlace(), 7);
+  EXPECT_EQ(copy.requiredLegsValueUsed(), erqlAll);
+  EXPECT_TRUE(copy.rearrangementValueUsed());
 }
 
 TEST(RunnerTest, PropertiesByTag) {

@@ -4,6 +4,7 @@
 
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/record_codec.hpp"
+#include "larkstone/model/runner_origin.hpp"
 
 namespace larkstone {
 
@@ -139,10 +140,8 @@ LRKCategory decodeCategory(std::string_view record, int categoryIndex) {
 
 void numberRunners(LRKCategory& category) {
   for (int i = 0; i < category.noOfRunners(); ++i) {
-    LRKRunner& runner = category.runner(i);
-    runner.categoryIndex(category.categoryIndex());
-    runner.categoryName(std::string(sharedName(category.name())));
-    runner.runnerIndex(i);
+    RunnerOrigin::set(category.runner(i), category.categoryIndex(),
+                      std::string(sharedName(category.name())), i);
   }
 }
 

@@ -10,6 +10,7 @@
 #include "larkstone/event/event.hpp"
 #include "larkstone/event/event_store.hpp"
 #include "larkstone/event/move_entry.hpp"
+#include "larkstone/model/runner_origin.hpp"
 
 namespace larkstone {
 
@@ -63,9 +64,7 @@ void decodeRunners(std::string_view record, const std::string& categoryName,
     if (number < 0 || at(number) >= blocks.size()) continue;
     LRKRunner& runner = runners[reference->place];
     decodeRunner(blocks[at(number)], runner);
-    runner.categoryIndex(reference->categoryIndex);
-    runner.categoryName(categoryName);
-    runner.runnerIndex(number);
+    RunnerOrigin::set(runner, reference->categoryIndex, categoryName, number);
   }
 }
 

@@ -10,6 +10,7 @@
 #include "larkstone/event/event_store.hpp"
 #include "larkstone/event/runner_block.hpp"
 #include "larkstone/event/runner_criterion.hpp"
+#include "larkstone/model/runner_origin.hpp"
 
 namespace larkstone {
 
@@ -200,9 +201,7 @@ int LRKEvent::searchRunners(std::vector<LRKRunner>& runners,
       if (isFound(RunnerBlock(block))) {
         LRKRunner& runner = runners.emplace_back();
         decodeRunner(block, runner);
-        runner.categoryIndex(i);
-        runner.categoryName(categoryName(i));
-        runner.runnerIndex(runnerIndex);
+        RunnerOrigin::set(runner, i, categoryName(i), runnerIndex);
       }
       ++runnerIndex;
     }

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "larkstone/core/text.hpp"
+#include "larkstone/model/runner_origin.hpp"
 
 namespace larkstone {
 
@@ -18,16 +19,17 @@ void LRKCategory::reserveRunners(int count) {
 
 int LRKCategory::addRunner(LRKRunner runner) {
   if (noOfRunners() >= LRK_MAX_LIST) return -1;
-  runner.runnerIndex(noOfDeletedRunners_ + noOfRunners());
-  runner.categoryIndex(categoryIndex_);
-  runner.categoryName(name());
+  RunnerOrigin::set(runner, categoryIndex_, name(), noOfDeletedRunners_ + noOfRunners());
   runners_.push_back(std::move(runner));
   return noOfRunners() - 1;
 }
 
 void LRKCategory::moveRunner(int currentIndex, int newIndex) {
-  const auto from = runners_.begin() + currentIndex;
-  const auto to = runners_.begin() + newIndex;
+  const auto at = [this](int index) {
+    return runners_.begin() + static_cast<std::ptrdiff_t>(indexWithin(index, runners_.size()));
+  };
+  const auto from = at(currentIndex);
+  const auto to = at(newIndex);
   if (currentIndex < newIndex) {
     std::rotate(from, from + 1, to + 1);
   } else {
@@ -36,7 +38,8 @@ void LRKCategory::moveRunner(int currentIndex, int newIndex) {
 }
 
 void LRKCategory::deleteRunner(int index) {
-  runners_.erase(runners_.begin() + index);
+  runners_.erase(runners_.begin() +
+                 static_cast<std::ptrdiff_t>(indexWithin(index, runners_.size())));
   ++noOfDeletedRunners_;
 }
 

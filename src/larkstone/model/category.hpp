@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/ordered_map.hpp"
 #include "larkstone/core/property.hpp"
 #include "larkstone/core/ranking.hpp"
@@ -28,7 +29,8 @@ struct LegLength {
 };
 
 /// A category owns its runners (at most 32767). It is a value: a category handed out by an event is
-/// a copy, and a change reaches the event when it is stored back.
+/// a copy, and a change reaches the event when it is stored back. Indices of runners count from 0
+/// and must lie below noOfRunners() (debug builds assert it).
 class LRKCategory {
  public:
 #define LRK_PROPERTY(name, flag, type, tag) LRK_DECLARE_PROPERTY(name, flag, type)
@@ -45,11 +47,9 @@ class LRKCategory {
   void noOfRunners(int count);
   /// Makes room for that many runners, so that adding them moves none.
   void reserveRunners(int count);
-  LRKRunner& runner(int index) { return runners_[static_cast<std::size_t>(index)]; }
-  const LRKRunner& runner(int index) const { return runners_[static_cast<std::size_t>(index)]; }
-  void runner(int index, LRKRunner runner) {
-    runners_[static_cast<std::size_t>(index)] = std::move(runner);
-  }
+  LRKRunner& runner(int index) { return runners_[indexWithin(index, runners_.size())]; }
+  const LRKRunner& runner(int index) const { return runners_[indexWithin(index, runners_.size())]; }
+  void runner(int index, LRKRunner runner) { this->runner(index) = std::move(runner); }
 
   /// Appends a runner and numbers it; numbers of deleted runners are not used again. The new
   /// position, or -1 when the list is full.
@@ -88,8 +88,9 @@ class LRKCategory {
   void addTimeOffset(Time offset, int code = -1);
 
   /// An analysis course over the given legs (the first runner's when there are none) with every
-  /// runner who fits; the legs used are handed back. The course's legs get the lengths that the
-  /// table knows, in centimetres. Gender from the name where it is not set.
+  /// runner who fits; the legs used are handed back. How many did not fit, and why, the course
+  /// tells (LRKCourse::noOfRefusedRunners()). The course's legs get the lengths that the table
+  /// knows, in centimetres. Gender from the name where it is not set.
   LRKCourse toCourse(enmRequiredLegs requiredLegs, bool allowRearrangement,
                      bool allowMerging) const;
   LRKCourse toCourse(enmRequiredLegs requiredLegs, bool allowRearrangement, bool allowMerging,

@@ -52,7 +52,8 @@ void LRKDerivedCourse::deleteRunner(int categoryIndex, int index) {
 }
 
 void LRKDerivedCourse::deleteRunnerByIndex(int index) {
-  references_.erase(references_.begin() + index);
+  references_.erase(references_.begin() +
+                    static_cast<std::ptrdiff_t>(indexWithin(index, references_.size())));
 }
 
 void LRKDerivedCourse::changeCategoryIndices(const TranslationTable& TLT) {

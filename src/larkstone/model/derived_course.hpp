@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/property.hpp"
 #include "larkstone/core/ranking.hpp"
 #include "larkstone/core/types.hpp"
@@ -23,7 +24,7 @@ namespace larkstone {
 /// renumbered with a translation table.
 ///
 /// It is a value. A new one has no legs, no codes, no runners and asks for exactly all legs.
-/// Indices of references count from 0 and must lie below noOfRunners().
+/// Indices of references count from 0 and must lie below noOfRunners() (debug builds assert it).
 class LRKDerivedCourse {
  public:
 #define LRK_VALUE(name, type, tag) LRK_DECLARE_VALUE(name, type)
@@ -89,8 +90,10 @@ class LRKDerivedCourse {
     std::int16_t runnerIndex = 0;
   };
 
-  const Reference& at(int index) const { return references_[static_cast<std::size_t>(index)]; }
-  Reference& at(int index) { return references_[static_cast<std::size_t>(index)]; }
+  const Reference& at(int index) const {
+    return references_[indexWithin(index, references_.size())];
+  }
+  Reference& at(int index) { return references_[indexWithin(index, references_.size())]; }
 
 #define LRK_VALUE(name, type, tag) type name##_{};
 #define LRK_RECORD(tag)

@@ -1,12 +1,14 @@
 #include "larkstone/model/partner_lists.hpp"
 
 #include <algorithm>
+#include <cassert>
 
 #include "larkstone/core/types.hpp"
 
 namespace larkstone {
 
 void PartnerLists::count(int legNo, int count) {
+  assert(legNo >= 0);
   const int wanted = std::clamp(count, 0, LRK_MAX_LIST);
   const int present = this->count(legNo);
   if (wanted == present) return;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "larkstone/core/index.hpp"
+
 namespace larkstone {
 
 /// A list per leg, all in one piece of memory. Changing a list moves those
@@ -16,8 +18,10 @@ class PartnerLists {
     float value = 0;
   };
 
+  /// 0 also for a leg that is not there.
   int count(int legNo) const {
-    return legNo < static_cast<int>(end_.size()) ? static_cast<int>(end(legNo) - begin(legNo)) : 0;
+    const bool isThere = legNo >= 0 && legNo < static_cast<int>(end_.size());
+    return isThere ? static_cast<int>(end(legNo) - begin(legNo)) : 0;
   }
   /// Keeps the partners that are there; new ones are 0.
   void count(int legNo, int count);
@@ -34,8 +38,12 @@ class PartnerLists {
     ++end_[leg];
   }
 
-  Partner& at(int legNo, int k) { return partners_[begin(legNo) + static_cast<std::size_t>(k)]; }
-  const Partner& at(int legNo, int k) const {
+  Partner& at(int legNo, int k) {
+    return partners_[begin(legNo) + indexWithin(k, static_cast<std::size_t>(count(legNo)))];
+  }
+  /// Runner -1 for a partner that is not there.
+  Partner at(int legNo, int k) const {
+    if (k < 0 || k >= count(legNo)) return {-1, 0};
     return partners_[begin(legNo) + static_cast<std::size_t>(k)];
   }
 

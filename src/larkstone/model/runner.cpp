@@ -8,6 +8,8 @@
 
 namespace larkstone {
 
+const LRKRunner::LegTable LRKRunner::noLeg{};
+
 std::string LRKRunner::name() const {
   if (!firstNameSet() && !lastNameSet()) return name_.value;
   return std::string(trimmed(firstName() + " " + lastName()));
@@ -72,6 +74,7 @@ std::array<Time, LRK_LEG_STYLES> LRKRunner::times(int legNo) const {
 }
 
 bool LRKRunner::timeIsEstimated(int legNo, enmLegStyle style) const {
+  if (legNo < 0 || legNo >= legs_.count()) return false;
   const bool begin = legs_.beginTimeIsEstimated(legNo);
   const bool end = legs_.endTimeIsEstimated(legNo);
   switch (style) {
@@ -86,6 +89,7 @@ bool LRKRunner::timeIsEstimated(int legNo, enmLegStyle style) const {
 }
 
 Time LRKRunner::timeLoss(int legNo, enmLegStyle style) const {
+  if (!hasLeg(legNo)) return 0;
   const Time total = leg(legNo).timeLoss;
   switch (style) {
     case elstTotal:
@@ -103,17 +107,54 @@ void LRKRunner::timeLoss(int legNo, enmLegStyle style, Time loss) {
     leg(legNo).timeLoss = loss;
   } else if (style == elstLeg) {
     const Time difference = loss - timeLoss(legNo, elstLeg);
-    for (std::size_t i = static_cast<std::size_t>(legNo); i < table_.size(); ++i) {
+    for (std::size_t i = indexWithin(legNo, table_.size()); i < table_.size(); ++i) {
       table_[i].timeLoss += difference;
     }
   }
 }
 
+LRKRunner::HostValues& LRKRunner::hostValues(int legNo) {
+  const std::size_t at = indexWithin(legNo, table_.size());
+  if (at >= hostValues_.size()) hostValues_.resize(at + 1);
+  return hostValues_[at];
+}
+
+LRKRunner::HostValues LRKRunner::hostValues(int legNo) const {
+  const auto at = static_cast<std::size_t>(legNo);
+  return hasLeg(legNo) && at < hostValues_.size() ? hostValues_[at] : HostValues{};
+}
+
+float LRKRunner::performanceIndex(int legNo, enmLegStyle style) const {
+  if (!isLegStyle(style)) return 0;
+  return style <= elstTotal ? leg(legNo).performanceIndex[style]
+                            : hostValues(legNo).performanceIndex[style];
+}
+
+void LRKRunner::performanceIndex(int legNo, enmLegStyle style, float index) {
+  if (!isLegStyle(style)) return;
+  (style <= elstTotal ? leg(legNo).performanceIndex : hostValues(legNo).performanceIndex)[style] =
+      index;
+}
+
 Time LRKRunner::followingBenefitTime(int legNo, enmLegStyle style) const {
+  if (!hasLeg(legNo) || !isLegStyle(style)) return 0;
   const Time total = leg(legNo).followingBenefit;
   if (style == elstTotal) return total;
-  if (style != elstLeg) return 0;
+  if (style != elstLeg) return hostValues(legNo).followingBenefit[style];
   return legNo == 0 ? total : total - leg(legNo - 1).followingBenefit;
+}
+
+void LRKRunner::followingBenefitTime(int legNo, enmLegStyle style, Time benefit) {
+  if (style == elstTotal) {
+    leg(legNo).followingBenefit = benefit;
+  } else if (style == elstLeg) {
+    const Time difference = benefit - followingBenefitTime(legNo, elstLeg);
+    for (std::size_t i = indexWithin(legNo, table_.size()); i < table_.size(); ++i) {
+      table_[i].followingBenefit += difference;
+    }
+  } else if (isLegStyle(style)) {
+    hostValues(legNo).followingBenefit[style] = benefit;
+  }
 }
 
 // The legs must be one fragment and account for just the punches from the gap's begin to its end:

@@ -10,6 +10,7 @@
 
 #include "larkstone/core/date.hpp"
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/property.hpp"
 #include "larkstone/core/types.hpp"
 #include "larkstone/geometry/codes.hpp"
@@ -24,7 +25,9 @@ namespace larkstone {
 ///
 /// The analysis works on clones that a course holds (LRKCourse::runner()); the values by leg are
 /// there only for those. Legs count from 0, and initializeTimes() sizes their tables: call it after
-/// the legs changed and before any value by leg is read or written.
+/// the legs changed and before any value by leg is written (debug builds assert that the leg is
+/// there). A leg that is not there reads as LRK_NO_TIME, place 0, 0, false and no partners, and
+/// so do all legs of a runner of a category.
 ///
 ///     LRKRunner runner;
 ///     runner.name("Åsa Öberg");
@@ -55,9 +58,8 @@ class LRKRunner {
   /// The runner's number in the category, never used twice there; -1 when in no category.
   int runnerIndex() const { return runnerIndex_; }
   void runnerIndex(int index) { runnerIndex_ = index; }
-  /// Written by the category that holds the runner.
+  /// Of the category that holds or held the runner.
   const std::string& categoryName() const { return categoryName_; }
-  void categoryName(std::string name) { categoryName_ = std::move(name); }
   /// Whether totals count although the runner is disqualified or a punch is missing.
   bool qualifyEvenIfDisqualified() const { return qualifyEvenIfDisqualified_; }
   void qualifyEvenIfDisqualified(bool qualify) { qualifyEvenIfDisqualified_ = qualify; }
@@ -105,9 +107,11 @@ class LRKRunner {
 
   /// Results by leg as the analysis stored them. A runner without a valid time for the style has a
   /// place behind all others, which only orders: hasPlace() tells whether it is one to be shown.
-  int place(int legNo, enmLegStyle style) const { return leg(legNo).place[style]; }
+  int place(int legNo, enmLegStyle style) const {
+    return isLegStyle(style) ? leg(legNo).place[style] : 0;
+  }
   void place(int legNo, enmLegStyle style, int place) {
-    leg(legNo).place[style] = static_cast<std::int16_t>(place);
+    if (isLegStyle(style)) leg(legNo).place[style] = static_cast<std::int16_t>(place);
   }
   /// Whether the place on the leg is a place: it was worked out, and the time is valid for it.
   bool hasPlace(int legNo, enmLegStyle style) const {
@@ -119,19 +123,14 @@ class LRKRunner {
   static constexpr Time lowestRankedTime(enmLegStyle style) {
     return style == elstPassingBegin || style == elstPassingBeginAllowMissingPunches ? 0 : 1;
   }
-  /// Styles elstLeg and elstTotal; 0 for others.
-  float performanceIndex(int legNo, enmLegStyle style) const {
-    return style <= elstTotal ? leg(legNo).performanceIndex[style] : 0.0F;
-  }
-  void performanceIndex(int legNo, enmLegStyle style, float index) {
-    if (style <= elstTotal) leg(legNo).performanceIndex[style] = index;
-  }
+  /// An analysis writes styles elstLeg and elstTotal; others hold what a host wrote.
+  float performanceIndex(int legNo, enmLegStyle style) const;
+  void performanceIndex(int legNo, enmLegStyle style, float index);
   /// Time gained by following: accumulated to the end of the leg (elstTotal) or on the leg alone,
-  /// the difference of two totals. Only totals can be written.
+  /// the difference of two totals. Writing a total changes that leg's stored value only, writing a
+  /// leg's own benefit shifts all later ones. Other styles hold what a host wrote.
   Time followingBenefitTime(int legNo, enmLegStyle style) const;
-  void followingBenefitTime(int legNo, enmLegStyle style, Time benefit) {
-    if (style == elstTotal) leg(legNo).followingBenefit = benefit;
-  }
+  void followingBenefitTime(int legNo, enmLegStyle style, Time benefit);
   float followingIndex(int legNo) const { return leg(legNo).followingIndex; }
   void followingIndex(int legNo, float index) { leg(legNo).followingIndex = index; }
   float pullIndex(int legNo) const { return leg(legNo).pullIndex; }
@@ -206,10 +205,12 @@ class LRKRunner {
   }
 
  private:
+  friend class RunnerOrigin;
+
   struct LegTable {
-    Time begin = 0;  // passing times and total
-    Time end = 0;
-    Time total = 0;
+    Time begin = LRK_NO_TIME;  // passing times and total
+    Time end = LRK_NO_TIME;
+    Time total = LRK_NO_TIME;
     Time timeLoss = 0;  // accumulated
     Time followingBenefit = 0;
     float performanceIndex[2] = {};
@@ -217,9 +218,22 @@ class LRKRunner {
     float pullIndex = 0;
     std::int16_t place[LRK_LEG_STYLES] = {};
   };
+  // What a host wrote for styles that an analysis does not write.
+  struct HostValues {
+    float performanceIndex[LRK_LEG_STYLES] = {};
+    Time followingBenefit[LRK_LEG_STYLES] = {};
+  };
+  static bool isLegStyle(enmLegStyle style) { return style >= 0 && style < LRK_LEG_STYLES; }
   Time timeOf(const LegTable& table, int legNo, enmLegStyle style) const;
-  LegTable& leg(int legNo) { return table_[static_cast<std::size_t>(legNo)]; }
-  const LegTable& leg(int legNo) const { return table_[static_cast<std::size_t>(legNo)]; }
+  bool hasLeg(int legNo) const {
+    return legNo >= 0 && static_cast<std::size_t>(legNo) < table_.size();
+  }
+  LegTable& leg(int legNo) { return table_[indexWithin(legNo, table_.size())]; }
+  const LegTable& leg(int legNo) const {
+    return hasLeg(legNo) ? table_[static_cast<std::size_t>(legNo)] : noLeg;
+  }
+  HostValues& hostValues(int legNo);
+  HostValues hostValues(int legNo) const;
 
   bool gapCanBeBridged(int firstLeg, int lastLeg) const;
   void computeTotals();
@@ -239,7 +253,9 @@ class LRKRunner {
   LRKPunches extraPunches_;
   LRKLegs legs_;
 
+  static const LegTable noLeg;
   std::vector<LegTable> table_;
+  std::vector<HostValues> hostValues_;  // up to the last leg that has any
   PartnerLists followedRunners_;
   PartnerLists pulledRunners_;
   int lastQualifiedLeg_ = -1;
