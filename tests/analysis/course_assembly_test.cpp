@@ -9,15 +9,6 @@ namespace {
 
 using namespace test;
 
-// A runner with these punches just as they stand, one minute apart.
-LRKRunner runnerAsWritten(std::string_view text) {
-  const LRKCodes list = codes(text);
-  LRKRunner result;
-  result.punches().count(list.count());
-  for (int i = 0; i < list.count(); ++i) result.punches().edit(i, i * 6000, list.code(i));
-  return result;
-}
-
 // The punches at which the legs begin and end.
 Ints punchIndices(const LRKRunner& runner) {
   Ints indices;
@@ -132,6 +123,58 @@ TEST(CourseAssemblyTest, AForkIsMergedIntoOneLegThatKnowsItsControls) {
   ASSERT_TRUE(course.addRunner(runner("S-31-41-42-35-F")));
   EXPECT_TRUE(course.runner(3).mergingValueUsed());
   EXPECT_TRUE(course.runner(3).rearrangementValueUsed());
+}
+
+TEST(CourseAssemblyTest, SaysWhyARunnerIsRefused) {
+  struct Row {
+    const char* run;
+    enmRequiredLegs required;
+    enmRefusal refusal;
+  };
+  constexpr Row rows[] = {
+      {"S-31-F", erqlExactlyAll, erefTooFewLegs},
+      {"S-40-32-F", erqlAll, erefTooFewLegs},
+      {"S-31-32-F-40", erqlExactlyAll, erefOtherLegs},
+      {"S-31-32-F-40", erqlAll, erefNone},
+      {"S-40-F", erqlAtLeastOne, erefNoFit},
+      {"", erqlAtLeastOne, erefNoFit},
+      {"", erqlNone, erefNone},
+  };
+  LRKCourse course = emptyCourse("S-31-32-F");
+  for (const Row& row : rows) {
+    course.runnerAdditionStyleRequiredLegs(row.required);
+    EXPECT_EQ(course.addRunner(runnerAsWritten(row.run)), row.refusal == erefNone) << row.run;
+    EXPECT_EQ(course.lastRefusal(), row.refusal) << row.run;
+  }
+  EXPECT_EQ(course.noOfRefusedRunners(), 5);
+  EXPECT_EQ(course.noOfRefusedRunners(erefTooFewLegs), 2);
+  EXPECT_EQ(course.noOfRefusedRunners(erefNoFit), 2);
+  EXPECT_EQ(course.noOfRefusedRunners(erefNone), 0);
+  course.setCourseLegs(legs("S-F"));
+  EXPECT_EQ(course.noOfRefusedRunners(), 0);
+
+  LRKCategory category = categoryOf({"S-31-F", "S-F", "S-31-F"});
+  category.addRunner(runnerAsWritten("S-31-F-40"));
+  course = category.toCourse(erqlExactlyAll, false, false);
+  EXPECT_EQ(course.noOfRefusedRunners(erefTooFewLegs), 1);
+  EXPECT_EQ(course.noOfRefusedRunners(erefOtherLegs), 1);
+}
+
+TEST(CourseAssemblyTest, EstimatedPunchesMakeEstimatedLegs) {
+  LRKRunner r = runner("S-31-40-32-F");
+  r.punches().isEstimated(1, true);
+  r.punches().isEstimated(2, true);
+  LRKCourse course = emptyCourse("S-31-32-F");
+  course.runnerAdditionStyleAllowMerging(true);
+  course.addRunner(r);
+  const auto estimated = [&](enmLegStyle style) {
+    Ints legs;
+    for (int i = 0; i < 3; ++i) legs.push_back(course.runner(0).timeIsEstimated(i, style) ? 1 : 0);
+    return legs;
+  };
+  EXPECT_EQ(estimated(elstLeg), (Ints{1, 1, 0}));
+  EXPECT_EQ(estimated(elstTotal), (Ints{1, 0, 0}));
+  EXPECT_EQ(estimated(elstPassingBegin), (Ints{0, 1, 0}));
 }
 
 TEST(CourseAssemblyTest, FlagsAboutTheRunnersFollowEveryAddition) {

@@ -153,6 +153,19 @@ TEST(FollowingTest, ButterflyLoopsAndForkedLegsAreSharedByTheLegsOfTheCourse) {
   EXPECT_EQ(partners(forked), "1:1000 <, < 0:1000");
 }
 
+TEST(FollowingTest, WhoFollowedAllTheWayIsMeasuredByTheWholeLegs) {
+  // B is 5 s behind A everywhere, C alone and fastest on the first leg. The top times are 80 and
+  // 100 s, B's own speed 180 / 200: 80 / 0.9 - 100 s = -11.1 s, 100 / 0.9 - 100 s = 11.1 s.
+  const LRKCourse course = passing("S-31-F", {{0, 100, 200}, {5, 105, 205}, {1000, 1080, 1200}});
+  const LRKRunner& follower = course.runner(1);
+  EXPECT_EQ(follower.followingIndex(0), 1);
+  EXPECT_EQ(follower.followingIndex(1), 1);
+  EXPECT_EQ(follower.followingBenefitTime(0, elstTotal), -1100);
+  EXPECT_EQ(follower.followingBenefitTime(1, elstLeg), 1100);
+  EXPECT_EQ(follower.followingBenefitTime(1, elstTotal), 0);
+  EXPECT_EQ(course.runner(0).followingBenefitTime(1, elstTotal), 0);
+}
+
 TEST(FollowingTest, EveryPairThatIsCloseAtBothEndsIsFound) {
   std::mt19937 random(20261124);
   for (const int spread : {1, 30, 90, 400}) {

@@ -1,8 +1,13 @@
 // Courses that no race makes: everything stays defined, finite and in bounds.
 
+#include <cassert>
+#include <functional>
 #include <limits>
 
 #include <gtest/gtest.h>
+
+#include "larkstone/model/category.hpp"
+#include "larkstone/model/derived_course.hpp"
 
 #include "analysis/courses.hpp"
 #include "support/defined.hpp"
@@ -93,11 +98,31 @@ TEST(HostileCourseTest, SumsThatPassAllLimitsStayWithinThem) {
   }
 }
 
+TEST(HostileCourseTest, LegsMayComeAndGoBetweenCalculations) {
+  LRKCourse course = courseByLegs("S-31-32-F", {{60, 60, 60}, {70, 50, 65}, {80, 90, 40}});
+  for (const int legs : {5, 1, 0, 3, 7}) {
+    SCOPED_TRACE(legs);
+    course.legs().count(legs);
+    EXPECT_EQ(course.averageTime(6, elstLeg), none);
+    course.calculate();
+    expectDefined(course);
+    course.sortRunners(esorLegTime, legs - 1, false);
+    course.sortRunners(esorCourseTimeLoss);
+  }
+  // Nobody ran what came later.
+  EXPECT_EQ(course.runner(0).time(6, elstLeg), none);
+  EXPECT_EQ(course.noOfExistingRunners(6), 0);
+  EXPECT_EQ(places(course, 6, elstLeg), (Ints{1, 1, 1}));
+  EXPECT_FALSE(course.runner(0).hasPlace(6, elstLeg));
+  EXPECT_EQ(course.noOfExistingRunners(2), 3);
+}
+
 TEST(HostileCourseTest, AFullCourseRefusesTheNextRunner) {
   LRKCourse course = emptyCourse("S-F");
   const LRKRunner r = runner("S-F", {0, 100});
   for (int n = 0; n < LRK_MAX_LIST; ++n) ASSERT_TRUE(course.addRunner(r));
   EXPECT_FALSE(course.addRunner(r));
+  EXPECT_EQ(course.lastRefusal(), erefCourseIsFull);
   course.runner(5).legs().endTime(0, none);
   course.calculate();
   EXPECT_EQ(course.runner(0).place(0, elstPassingEnd), 1);
@@ -107,6 +132,44 @@ TEST(HostileCourseTest, AFullCourseRefusesTheNextRunner) {
   EXPECT_EQ(course.runner(0).noOfFollowedRunners(0), 1024);
   EXPECT_EQ(course.runner(0).followedRunnerIndex(0, 0), 1);
   EXPECT_EQ(course.runner(5).followingIndex(0), 0);
+}
+
+bool assertsAreOn() {
+  bool on = false;
+  assert(on = true);
+  return on;
+}
+
+TEST(IndexDeathTest, ForeignIndicesStopADebugBuild) {
+  if (!assertsAreOn()) GTEST_SKIP() << "the library is built without asserts";
+  LRKPunches punches = test::punches("S-31-F");
+  LRKCodes codes = test::codes("S-31-F");
+  LRKLegs legs = test::legs("S-31-F");
+  LRKCategory category = categoryOf({"S-31-F", "S-31-F"});
+  LRKCourse course = category.toCourse(erqlAll, false, false);
+  LRKDerivedCourse derived;
+  derived.addRunner(0, 0);
+  const std::function<void()> calls[] = {
+      [&] { punches.time(3); },
+      [&] { punches.edit(-1, 0, 31); },
+      [&] { punches.erase(3); },
+      [&] { punches.insert(4, 0, 31); },
+      [&] { codes.code(3, 31); },
+      [&] { legs.beginCode(2); },
+      [&] { legs.subCode(0, 0); },
+      [&] { legs.erase(-1); },
+      [&] { legs.insert(3, 0, 31, 0, 32); },
+      [&] { category.runner(2); },
+      [&] { category.moveRunner(0, 2); },
+      [&] { category.deleteRunner(-1); },
+      [&] { category.runner(0).place(0, elstLeg, 1); },
+      [&] { course.runner(2); },
+      [&] { course.runner(0).timeLoss(2, elstLeg, 1); },
+      [&] { course.runner(0).pulledRunnerIndex(0, 0, 1); },
+      [&] { derived.runnerIndex(1); },
+      [&] { derived.deleteRunnerByIndex(1); },
+  };
+  for (std::size_t i = 0; i < std::size(calls); ++i) EXPECT_DEATH(calls[i](), "index >= 0") << i;
 }
 
 }  // namespace

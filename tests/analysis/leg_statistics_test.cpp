@@ -104,10 +104,31 @@ TEST(LegStatisticsTest, TimesAreCutAndMeansRounded) {
   EXPECT_EQ(course.legTopTime(0), 1000);
 
   course.timeAccuracy(etacTenthsSeconds);
-  course.calculate();
+  course.calculate(flagsOf(eccfPlacesDontAllowMissingPunches));
   EXPECT_EQ(course.runner(0).time(0, elstLeg), 12340);
   EXPECT_EQ(course.runner(2).time(0, elstLeg), 1000);
   EXPECT_EQ(course.bestFinishTime(), 1000);
+  // A style that has no best time has nothing to compare with.
+  EXPECT_EQ(course.runnerTimeDifference(0, 0, elstTotal), 11340);
+  course.calculate(flagsOf(0));
+  EXPECT_EQ(course.runnerTimeDifference(0, 0, elstTotal), none);
+  EXPECT_EQ(course.runnerTimeDifference(0, 0, elstLeg), 11340);
+}
+
+TEST(LegStatisticsTest, TopTimesAreRoundedToTheAccuracyAskedFor) {
+  LRKCourse course = emptyCourse("S-F");
+  LRKRunner r = runner("S-F");
+  for (const Time finish : {12340, 12350}) {
+    r.finishTime(finish);
+    course.addRunner(r);
+  }
+  course.topPercentile(1);  // the mean of both, 12345
+  course.timeAccuracy(etacTenthsSeconds);
+  course.calculate();
+  EXPECT_EQ(course.legTopTime(0, etacHundredthsSeconds), 12345);
+  EXPECT_EQ(course.legTopTime(0), 12350);  // the course's accuracy; halves go up
+  EXPECT_EQ(course.legTopTime(0, etacSeconds), 12300);
+  EXPECT_EQ(course.legTopTime(0, etacMinutes), 12000);
 }
 
 }  // namespace

@@ -53,6 +53,15 @@ inline LRKRunner runner(std::string_view text, const std::vector<int>& seconds =
   return result;
 }
 
+/// A runner with these punches just as they stand, one minute apart.
+inline LRKRunner runnerAsWritten(std::string_view text) {
+  const LRKCodes list = codes(text);
+  LRKRunner result;
+  result.punches().count(list.count());
+  for (int i = 0; i < list.count(); ++i) result.punches().edit(i, i * 6000, list.code(i));
+  return result;
+}
+
 inline LRKRunner withStatus(LRKRunner runner, enmStatus status) {
   runner.status(status);
   return runner;

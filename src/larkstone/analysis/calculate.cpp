@@ -9,6 +9,15 @@ namespace larkstone {
 
 namespace {
 
+// Every runner has all legs of the course: nobody ran those that came later than the runner.
+void completeLegs(std::vector<LRKRunner>& runners, const LRKLegs& course) {
+  for (LRKRunner& runner : runners) {
+    for (int i = runner.legs().count(); i < course.count(); ++i) {
+      runner.legs().add(course.beginCode(i), course.endCode(i), LRK_NO_TIME, LRK_NO_TIME, -1, -1);
+    }
+  }
+}
+
 // Brings the runners' times into the state that all stages rest on.
 void prepareTimes(std::vector<LRKRunner>& runners, const CourseSettings& settings) {
   if (settings.isCategoryCourse) {
@@ -55,6 +64,7 @@ void LRKCourse::calculate(enmCourseCalculationFlags flags) {
   tables_.reset(noOfLegs());
   if (!runners_.empty()) {
     if (settings_.timeAccuracy == etacAuto) settings_.timeAccuracy = getHighestTimeAccuracy();
+    completeLegs(runners_, legs_);
     prepareTimes(runners_, settings_);
     progress.report(0, 1, 1);
     Calculation calculation(runners_, noOfLegs(), settings_, tables_, progress);

@@ -1,6 +1,7 @@
 #include "larkstone/analysis/course.hpp"
 
 #include <algorithm>
+#include <numeric>
 
 namespace larkstone {
 
@@ -14,6 +15,8 @@ void LRKCourse::setCourseLegsEx(const LRKLegs& courseLegs, const LRKCodes& codes
     legs_.endPunchIndex(i, i + 1);
   }
   runners_.clear();
+  lastRefusal_ = erefNone;
+  refused_.fill(0);
   tables_ = {};
   calculated_ = false;
   codesEqualToStart_ = codesEqualToStart.clone();
@@ -43,6 +46,15 @@ enmTimeAccuracy LRKCourse::getHighestTimeAccuracy() const {
     finest = std::min(finest, runner.punches().highestTimeAccuracy());
   }
   return finest;
+}
+
+int LRKCourse::noOfRefusedRunners(enmRefusal reason) const {
+  const bool isReason = reason > erefNone && reason < LRK_REFUSALS;
+  return isReason ? refused_[static_cast<std::size_t>(reason)] : 0;
+}
+
+int LRKCourse::noOfRefusedRunners() const {
+  return std::accumulate(refused_.begin(), refused_.end(), 0);
 }
 
 void LRKCourse::qualifyRunnersEvenIfNotQualified(bool qualify) {

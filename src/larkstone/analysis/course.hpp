@@ -2,6 +2,7 @@
 
 // The unit of analysis: one sequence of legs and the runners who ran it.
 
+#include <array>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 
 #include "larkstone/analysis/leg_tables.hpp"
 #include "larkstone/core/enums.hpp"
+#include "larkstone/core/index.hpp"
 #include "larkstone/core/ranking.hpp"
 #include "larkstone/core/types.hpp"
 #include "larkstone/geometry/codes.hpp"
@@ -44,7 +46,7 @@ struct CourseSettings {
 /// Set the legs, then add the runners (each is cloned and mapped onto the legs), then calculate,
 /// then read. Legs and runners count from 0, times are hundredths of a second. What calculate()
 /// works out about a leg reads as LRK_NO_TIME, 0 or 0.0 before it, and for a leg that the course
-/// has not got.
+/// has not got. Indices of runners must lie below noOfRunners() (debug builds assert it).
 ///
 ///     LRKCourse course = category.toCourse(erqlAtLeastOne, false, false);
 ///     course.calculate();
@@ -101,6 +103,8 @@ class LRKCourse {
     settings_.referenceRunnerIndexSet = true;
   }
 
+  /// Codes and lengths may be changed at any time, runners are mapped onto what is there when they
+  /// are added. A leg that is added behind the others later was run by none of those before it.
   LRKLegs& legs() { return legs_; }
   const LRKLegs& legs() const { return legs_; }
   int noOfLegs() const { return legs_.count(); }
@@ -120,15 +124,23 @@ class LRKCourse {
 
   /// Maps the runner's punches onto the legs under the addition style and keeps a clone with one
   /// leg per course leg. False when the runner does not fit or the course is full: with 32767
-  /// runners, or 2^23 legs of all runners together. References to runners of the course that were
-  /// handed out before no longer hold.
+  /// runners, or 2^23 legs of all runners together; lastRefusal() tells which. References to
+  /// runners of the course that were handed out before no longer hold.
   bool addRunner(const LRKRunner& runner);
   /// Adds the first noOfRunners of the list; returns how many were accepted.
   int addRunnersFromArray(int noOfRunners, const std::vector<LRKRunner>& runners);
+  /// Why the runner of the last addRunner() was refused; erefNone when it was accepted.
+  enmRefusal lastRefusal() const { return lastRefusal_; }
+  /// How many runners were refused since the legs were set, for a reason or in all.
+  ///
+  ///     const LRKCourse course = category.toCourse(erqlAll, false, false);
+  ///     if (course.noOfRefusedRunners() > 0) { ... course.noOfRefusedRunners(erefTooFewLegs) ... }
+  int noOfRefusedRunners(enmRefusal reason) const;
+  int noOfRefusedRunners() const;
   int noOfRunners() const { return static_cast<int>(runners_.size()); }
   /// The course's own runner, not a copy.
-  LRKRunner& runner(int index) { return runners_[static_cast<std::size_t>(index)]; }
-  const LRKRunner& runner(int index) const { return runners_[static_cast<std::size_t>(index)]; }
+  LRKRunner& runner(int index) { return runners_[indexWithin(index, runners_.size())]; }
+  const LRKRunner& runner(int index) const { return runners_[indexWithin(index, runners_.size())]; }
 
   bool allRunnersHaveTheSameCodes() const { return allRunnersHaveTheSameCodes_; }
   bool runnersFromMultipleCategories() const { return runnersFromMultipleCategories_; }
@@ -143,8 +155,14 @@ class LRKCourse {
   enmTimeAccuracy getHighestTimeAccuracy() const;
 
   /// Runs the stages that the flags select, in their fixed order, over the runners' present times;
-  /// may be called again at any time. Results go into the runners; those of stages that are not
-  /// selected stay as they were. Corrected and cut times are so for good.
+  /// may be called again at any time. Corrected and cut times are so for good; a time loss that was
+  /// taken out of the times is in them again, until the stage that takes it out is run again.
+  ///
+  /// What a second call with fewer flags leaves: the runners keep the places of other styles, time
+  /// losses, indices, partners and benefits of the calculation that made them last. What the course
+  /// itself answers begins anew: best times and counts of styles that are not selected, and the
+  /// runners who lost time, read as if they had never been worked out. Leg times, their places and
+  /// best times, ideal and top times are always worked out.
   void calculate(enmCourseCalculationFlags flags = eccfComplete);
   bool calculated() const { return calculated_; }
   enmCourseCalculationFlags calculationFlags() const { return calculationFlags_; }
@@ -174,7 +192,8 @@ class LRKCourse {
   /// Share of the leg's runners who lost time there; 0 without runners.
   float timeLossFrequency(int legNo) const;
   /// The runner's time less the best. For the best runner with excludeThisRunner less the second
-  /// best (zero or below), LRK_NO_TIME when there is no other.
+  /// best (zero or below). LRK_NO_TIME when the runner has no time, or there is none to compare
+  /// with.
   Time runnerTimeDifference(int runnerIndex, int legNo, enmLegStyle legStyle,
                             bool excludeThisRunner = false) const;
   /// Times and runner indices by place; runners without a valid time at the end. Only for styles
@@ -217,6 +236,8 @@ class LRKCourse {
   LRKCodes codesEqualToStart_;
   LRKCodes codesEqualToFinish_;
   std::vector<LRKRunner> runners_;
+  enmRefusal lastRefusal_ = erefNone;
+  std::array<int, LRK_REFUSALS> refused_{};  // by reason
   int categoryIndexAddedLast_ = -1;
   bool allRunnersHaveTheSameCodes_ = false;
   bool runnersFromMultipleCategories_ = false;

@@ -33,8 +33,8 @@ class CourseMapping {
         allowRearrangement_(course.runnerAdditionStyleAllowRearrangement()),
         allowMerging_(course.runnerAdditionStyleAllowMerging()) {}
 
-  /// The runner's legs on the course; false when the runner does not fit.
-  bool map(LRKLegs& mapped);
+  /// The runner's legs on the course, or why the runner does not fit.
+  enmRefusal map(LRKLegs& mapped);
 
   enmRequiredLegs requiredLegsUsed() const { return requiredLegsUsed_; }
   bool rearranged() const { return rearranged_; }
@@ -42,7 +42,7 @@ class CourseMapping {
 
  private:
   LegMatch find(int legNo);
-  bool accepted() const;
+  enmRefusal refusal() const;
   void append(LRKLegs& mapped, int legNo, const LegMatch& match) const;
 
   const LRKCourse& course_;
@@ -82,6 +82,8 @@ void CourseMapping::append(LRKLegs& mapped, int legNo, const LegMatch& match) co
   }
   mapped.add(begin, end, run_.beginTime(match.first), run_.endTime(match.last),
              run_.beginPunchIndex(match.first), run_.endPunchIndex(match.last));
+  mapped.beginTimeIsEstimated(legNo, run_.beginTimeIsEstimated(match.first));
+  mapped.endTimeIsEstimated(legNo, run_.endTimeIsEstimated(match.last));
   const int controlsInside = match.last - match.first;
   if (controlsInside == 0) return;
   mapped.noOfSubCodes(legNo, controlsInside);
@@ -90,18 +92,19 @@ void CourseMapping::append(LRKLegs& mapped, int legNo, const LegMatch& match) co
   }
 }
 
-bool CourseMapping::accepted() const {
+// Of a runner for whom no leg was missing that is required.
+enmRefusal CourseMapping::refusal() const {
   switch (course_.runnerAdditionStyleRequiredLegs()) {
     case erqlExactlyAll:
-      return matched_ == run_.count();
+      return matched_ == run_.count() ? erefNone : erefOtherLegs;
     case erqlAtLeastOne:
-      return matched_ > 0;
+      return matched_ > 0 ? erefNone : erefNoFit;
     default:
-      return true;
+      return erefNone;
   }
 }
 
-bool CourseMapping::map(LRKLegs& mapped) {
+enmRefusal CourseMapping::map(LRKLegs& mapped) {
   const enmRequiredLegs required = course_.runnerAdditionStyleRequiredLegs();
   for (int i = 0; i < course_.noOfLegs(); ++i) {
     const LegMatch match = find(i);
@@ -112,23 +115,26 @@ bool CourseMapping::map(LRKLegs& mapped) {
       ++matched_;
       rearranged_ = rearranged_ || match.fromBeginning;
     } else if (required == erqlExactlyAll || required == erqlAll) {
-      return false;
+      return erefTooFewLegs;
     } else {
       requiredLegsUsed_ = erqlAtLeastOne;
     }
   }
   if (matched_ == 0) requiredLegsUsed_ = erqlNone;
-  return accepted();
+  return refusal();
 }
 
 }  // namespace
 
 bool LRKCourse::addRunner(const LRKRunner& runner) {
-  if (isFull(*this)) return false;
   LRKLegs run = runner.punches().toLegs();
   CourseMapping mapping(*this, run);
   LRKLegs mapped;
-  if (!mapping.map(mapped)) return false;
+  lastRefusal_ = isFull(*this) ? erefCourseIsFull : mapping.map(mapped);
+  if (lastRefusal_ != erefNone) {
+    ++refused_[static_cast<std::size_t>(lastRefusal_)];
+    return false;
+  }
 
   LRKRunner added = runner.clone();
   added.legs(std::move(mapped));

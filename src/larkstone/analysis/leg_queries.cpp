@@ -114,9 +114,8 @@ Time LRKCourse::runnerTimeDifference(int runnerIndex, int legNo, enmLegStyle leg
   const Time time = runner(runnerIndex).time(legNo, legStyle);
   if (isDisq(time)) return LRK_NO_TIME;
   const LegStatistics leg = statistics(legNo, legStyle);
-  const bool isExcluded = excludeThisRunner && time == leg.best;
-  if (isExcluded && leg.secondBest == LRK_NO_TIME) return LRK_NO_TIME;
-  return saturated<Time>(std::int64_t{time} - (isExcluded ? leg.secondBest : leg.best));
+  const Time other = excludeThisRunner && time == leg.best ? leg.secondBest : leg.best;
+  return isDisq(other) ? LRK_NO_TIME : saturated<Time>(std::int64_t{time} - other);
 }
 
 void LRKCourse::getSortedTimes(int legNo, enmLegStyle style, std::vector<Time>& times,

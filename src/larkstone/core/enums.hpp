@@ -44,6 +44,16 @@ enum enmRequiredLegs : std::int16_t {
   erqlNone = 3,
 };
 
+/// Why a course does not take a runner (LRKCourse::addRunner()).
+enum enmRefusal : std::int16_t {
+  erefNone = 0,          ///< the runner was accepted
+  erefCourseIsFull = 1,  ///< whatever the runner ran
+  erefTooFewLegs = 2,    ///< a leg of the course was not run, and all are required
+  erefOtherLegs = 3,     ///< all legs of the course were run, but others too
+  erefNoFit = 4,         ///< not one leg of the course was run
+};
+inline constexpr int LRK_REFUSALS = 5;
+
 enum enmStatus : std::int16_t {
   estaOK = 0,
   estaFinished = 1,
