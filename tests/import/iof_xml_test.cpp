@@ -165,7 +165,8 @@ TEST_F(IofXml2Test, MoreThanHalfOfTheNamesBlankIsTold) {
 TEST_F(IofXml2Test, TheVersionChoosesTheReader) {
   const std::pair<std::string_view, std::string_view> rows[] = {
       {"<ResultList><IOFVersion version=\"1.0\"/>", "IOF XML 1.0"},
-      {"<ResultList><IOFVersion  VERSION='2.0' />", "IOF XML 2.0"},
+      {"<ResultList><iofversion  VERSION='2.0' />", "IOF XML 2.0"},
+      {"<ResultList IOFVERSION='3.0' creator='C'>", "IOFXML3 / C"},
       {"<ResultList iofVersion='3.1' creator='C'>", "IOFXML3 / C"},
       {"<ResultList version='2.0.3'>", ""},  // no version: refused
   };

@@ -16,10 +16,8 @@
 #include "larkstone/import/reader_run.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/relay_results.hpp"
-#include "larkstone/import/scan/text_encoding.hpp"
 #include "larkstone/import/status_words.hpp"
 #include "larkstone/import/xml_preparation.hpp"
-#include "larkstone/platform/file.hpp"
 #include "larkstone/platform/xml.hpp"
 
 namespace larkstone {
@@ -342,11 +340,7 @@ class ListReader {
 bool isRelay(XmlNode root) { return equalNoCase(root.attribute("Type"), "Relay"); }
 
 bool load(const std::string& path, XmlDocument& document) {
-  std::string bytes;
-  if (!readFile(path, bytes)) return false;
-  std::string text = utf8Text(std::move(bytes));
-  return removeDocumentType(text) && document.parse(std::move(text)) &&
-         isOneOf(document.root(), {"Event"});
+  return loadXml(path, document) && isOneOf(document.root(), {"Event"});
 }
 
 }  // namespace
