@@ -272,12 +272,11 @@ TEST_F(RelayTest, PekkaPirilaIndividual) {
                                   element("CCode", code) + element("ControlTime", time));
   };
   const auto competitor = [](std::string_view name, std::string_view time, std::string_view status,
-                             std::string_view controls) {
+                             std::string_view controls, std::string_view start = "12:00:00") {
     return element("Competitor",
-                   "<ClubID>4</ClubID><ClubName>RR</ClubName><StartTime>12:00:00"
-                   "</StartTime><Nationality>FIN</Nationality>" +
-                       std::string(name) + element("Time", time) + element("Status", status) +
-                       element("SplitTimes", controls));
+                   "<ClubID>4</ClubID><ClubName>RR</ClubName><Nationality>FIN</Nationality>" +
+                       element("StartTime", start) + std::string(name) + element("Time", time) +
+                       element("Status", status) + element("SplitTimes", controls));
   };
   const std::string list = element(
       "Event",
@@ -288,18 +287,24 @@ TEST_F(RelayTest, PekkaPirilaIndividual) {
                                  control(1, "31", "1.00") + control(3, "33", "3.00") +
                                      control(4, "", "10.30")) +
                       competitor("<Name>B C</Name>", "DNF", "DNF",
-                                 control(2, "32", "2.00") + control(1, "31", "1.10"))));
+                                 control(2, "32", "2.00") + control(1, "31", "1.10")) +
+                      competitor("<Name>D</Name>", "11.00", "", control(1, "31", "1.10"), "") +
+                      competitor("<Name>E</Name>", "9.00", "", control(1, "31", "1.10"), "-")) +
+          "<EventClass><ClassName>D21</ClassName></EventClass>");
   EXPECT_EQ(importer.import(LRK_IMPORT_AUTO, event, folder.write("list.xml", list)), 0);
   EXPECT_EQ(event.name() + "|" + event.importedFrom(), "Kisa|Pekka Pirilä XML");
   EXPECT_EQ(event.category(0)->courseLength(), 520000);
   EXPECT_EQ(setProperties(runner(0, 0)), "firstName=Ö lastName=Åkk club=RR nationality=FIN ");
   // Gaps are filled from others on the same course; the finish is no control.
-  EXPECT_THAT(runnersOf(0),
-              ElementsAre("Ö Åkk 0 1: S 4320000, 31 4326000, 32 -, 33 4338000, F 4383000",
-                          "B C 7 0: S 4320000, 31 4327000, 32 4332000, 33 -, F -"));
-  const std::pair<std::string_view, Length> lengths[] = {{"5200", 520000},  {"7", 700000},
-                                                         {"7.2km", 720000}, {"6,05", 605000},
-                                                         {"80 m", 8000},    {"", 0}};
+  EXPECT_THAT(
+      runnersOf(0),
+      ElementsAre("Ö Åkk 0 1: S 4320000, 31 4326000, 32 -, 33 4338000, F 4383000",
+                  "B C 7 0: S 4320000, 31 4327000, 32 4332000, 33 -, F -",
+                  "D 0 2: S 0, 31 7000, 32 -, 33 -, F 66000", "E 0 0: S -, 31 -, 32 -, 33 -, F -"));
+  EXPECT_THAT(categoryNames(event), ElementsAre("H21", "D21"));
+  const std::pair<std::string_view, Length> lengths[] = {
+      {"5200", 520000},   {"7", 700000},     {"7.2km", 720000},   {"6,05", 605000}, {"80 m", 8000},
+      {"5200.0", 520000}, {"5'200", 520000}, {"5 200 m", 520000}, {"x", 0},         {"", 0}};
   for (const auto& [text, length] : lengths) {
     const std::string course = element(
         "EventClass", element("ClassDist", text) + competitor("<Name>A</Name>", "1.00", "", ""));

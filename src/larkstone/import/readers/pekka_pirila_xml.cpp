@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "larkstone/core/length.hpp"
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/text.hpp"
 #include "larkstone/core/time.hpp"
@@ -66,8 +65,13 @@ Time timeOf(std::string_view text) {
   return hasDigit(text) ? sexagesimalTextToTime(text) : LRK_NO_TIME;
 }
 
+Time clockOf(std::string_view text) {
+  return hasDigit(text) ? stringToClockTime(text, etacAuto, true) : LRK_NO_TIME;
+}
+
 Time sumOf(Time start, Time time) {
-  return isDisq(time) || isDisq(start + time) ? LRK_NO_TIME : start + time;
+  const bool valid = !isDisq(start) && !isDisq(time) && !isDisq(start + time);
+  return valid ? start + time : LRK_NO_TIME;
 }
 
 constexpr StatusWord statusWords[] = {
@@ -193,12 +197,16 @@ class ListReader {
     forEachChild(root, {"EventClass", "class"}, visit);
   }
 
-  // Organisers write "5200", "5,2", "5.2 km" or, of a length that is even, "5": no course is as
-  // short as 100 m.
+  // Organisers write "5200", "5'200", "5200.0", "5,2", "5.2 km" or, of a length that is even, "5":
+  // without a unit a number below 100 is kilometres.
   static Length lengthOf(const std::string& text) {
-    const Length length = stringToLength(text);
-    const bool hasUnit = lowered(text).find('m') != std::string::npos;
-    return length < 10000 && !hasUnit ? stringToLength(text + " km") : length;
+    const auto behind = text.find_first_not_of("0123456789.,' ");
+    const std::string unit = behind == std::string::npos ? "" : lowered(text.substr(behind));
+    std::string digits = text.substr(0, behind);
+    std::erase(digits, ' ');
+    const double number = textToNumber(digits);
+    const bool kilometres = unit.empty() ? number < 100 : unit.starts_with('k');
+    return std::max(0, roundHalfEven(number * (kilometres ? 100000 : 100)));
   }
 
   void beginClass(XmlNode node) {
@@ -235,7 +243,6 @@ class ListReader {
       entries.push_back(readCompetitor(node, static_cast<int>(entries.size()) + 1));
     });
     addEntries(entries);
-    if (run_.category().noOfRunners() == 0) run_.dropCategory();
     run_.endCategory();
   }
 
@@ -251,8 +258,7 @@ class ListReader {
     std::string nationality = textOf(node, {"Nationality"});
     if (!nationality.empty()) runner.nationality(std::move(nationality));
     const std::string start = textOf(node, {"StartTime"});
-    const Time startTime = hasDigit(start) ? stringToClockTime(start, etacAuto, true) : 0;
-    runner.startTime(isDisq(startTime) ? 0 : startTime);
+    runner.startTime(start.empty() ? 0 : clockOf(start));
     const std::string time = textOf(node, {"Time"});
     runner.finishTime(sumOf(runner.startTime(), timeOf(time)));
     runner.status(statusOf(textOf(node, {"Status"}), time, notesFor(entry.place)));
@@ -266,6 +272,7 @@ class ListReader {
     int teams = 0;
     forEachChild(relay, {"Team"}, [&](XmlNode team) { readTeam(team, teams++, entries); });
     addEntries(entries);
+    if (run_.category().noOfRunners() == 0) run_.endCategory();  // nobody has entered
     run_.endRelay();
   }
 
