@@ -229,8 +229,9 @@ TEST_F(RelayTest, AnEventThatTakesNoMoreStaysAsItWas) {
 
 TEST_F(RelayTest, CommonControlsAreThoseOfAllForkings) {
   struct Row {
-    std::initializer_list<std::string_view> courses;  // of the runners, "-" before who mispunched
-    std::string_view reduced;                         // of each
+    // Of the runners, "-" before who mispunched, "+" before who has no finish.
+    std::initializer_list<std::string_view> courses;
+    std::string_view reduced;  // of each
   };
   const Row rows[] = {
       {{"31 32", "31 32"}, "31 32|31 32|"},
@@ -240,17 +241,22 @@ TEST_F(RelayTest, CommonControlsAreThoseOfAllForkings) {
       // Loops that all run alike are no forking.
       {{"31 40 41 40 42 43 33", "32 40 41 40 42 43 33"}, "40 41 40 42 43 33|40 41 40 42 43 33|"},
       {{"31", "32"}, "||"},
+      // Without controls or without a finish a runner says nothing.
+      {{"31 32", "", "+31", "31 32"}, "31 32||31|31 32|"},
+      {{"-31 32", "", "+32"}, "32||32|"},
   };
   for (const Row& row : rows) {
     std::string teams;
     for (std::string_view course : row.courses) {
       const bool mispunched = course.starts_with('-');
-      if (mispunched) course.remove_prefix(1);
+      const bool running = course.starts_with('+');
+      if (mispunched || running) course.remove_prefix(1);
       std::string splits;
       for (; !course.empty(); course.remove_prefix(std::min<std::size_t>(3, course.size()))) {
         splits += std::string(course.substr(0, 2)) + " 100 ";
       }
-      teams += team("T", member("M", 1, "", "900", mispunched ? "MissingPunch" : "OK", splits));
+      teams += team("T", member("M", 1, "", running ? "" : "900",
+                                mispunched ? "MissingPunch" : "OK", splits));
     }
     const int leg = event.noOfCategories() + 1;
     ASSERT_EQ(importXml(list3(class3(teams))), 0);

@@ -76,21 +76,23 @@ class ControlOrder {
   std::unordered_map<Code, std::vector<std::size_t>> visits_;
 };
 
-// The forkings that were run, each once, in order of appearance: those of runners with status OK,
-// or of all when none is.
+bool hasValidResult(const LRKRunner& runner) {
+  return runner.status() == estaOK && !isDisq(runner.finishTime());
+}
+
+// The forkings that were run, each once, in order of appearance: those of runners with a valid
+// result, or of all when there is none. Who has no controls says nothing about the course.
 std::vector<Codes> forkingsOf(const LRKCategory& category) {
-  const auto isOK = [&](int i) { return category.runner(i).status() == estaOK; };
-  int firstOK = 0;
-  while (firstOK < category.noOfRunners() && !isOK(firstOK)) ++firstOK;
-  const bool all = firstOK == category.noOfRunners();
-  std::set<Codes> seen;
-  std::vector<Codes> forkings;
+  std::vector<Codes> forkings[2];
+  std::set<Codes> seen[2];
   for (int i = 0; i < category.noOfRunners(); ++i) {
-    if (!all && !isOK(i)) continue;
-    Codes codes = controlCodes(category.runner(i).punches());
-    if (seen.insert(codes).second) forkings.push_back(std::move(codes));
+    const LRKRunner& runner = category.runner(i);
+    const Codes codes = controlCodes(runner.punches());
+    if (codes.empty()) continue;
+    const std::size_t kind = hasValidResult(runner) ? 0 : 1;
+    if (seen[kind].insert(codes).second) forkings[kind].push_back(codes);
   }
-  return forkings;
+  return forkings[0].empty() ? forkings[1] : forkings[0];
 }
 
 // The controls of the first forking that can be passed in this order on every other one.
