@@ -237,38 +237,42 @@ TEST_F(CsvTest, RelayRowsOfRunnersAreGatheredByTeam) {
   EXPECT_EQ(importCsv("OS0016a;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;A;B;C;Kombination;"
                       "D;E;F;No1;H1;I1;J1;No2;H2;I2;J2;\n"
                       ";7;;0;2;1;Dahl;Di;;;1:10:00;1:40:00;0:30:00;0;;;;5;OK Syd "
-                      "2;1;H;;;;;B;2,1;;;x;;0;1;;32;;;;31;1:20:00;;\n"
+                      "2;1;H;;;;;B;2,1;;;x;0:50:00;0;1;;32;;;;31;1:20:00;;\n"
                       ";8;;0;1;1;Ek;Ed;;;1:00:00;1:15:00;;3;;;;;Nord;1;H;;;;;B;;;;y;;;;;999;0:15:"
                       "00;;;33;0:12:00;;\n"
                       ";7;;0;1;1;Fors;Fi;;;1:00:00;1:12:00;;0;;;;;OK Syd "
                       "2;1;H;;;;;B;;;;y;;;;;32;0:11:00;;;33;0:10:00;;\n"
                       ";8;;0;2;1;Gran;Gy;;;1:10:00;;;1;;;;;Nord;1;H;;;;;B;;;;x;;3;;;31;0:01:00;;\n"
+                      ";9;;0;2;1;Hag;Ha;;;1:20:00;1:45:00;;0;;;;;;1;H;;;;;B;;;;x;0:45:00;0;2;;31;"
+                      "0:40:00;;;32;0:25:00;;\n"
                       ";8;;0;0;1;No;Leg;;;;;;;;;;;Nord;1;H;;;;;;\n"),
             0);
   EXPECT_EQ(event.importedFrom(), "OS200x");
   ASSERT_EQ(event.noOfCategories(), 3);
-  // Who mispunched hands over without a time; controls stand in the order of their times.
+  // Who mispunched hands over without a time. The total is that of the list; where the first leg is
+  // left out it tells the start. Controls stand in the order of their times.
   EXPECT_EQ(runnersOf(*event.category(0)),
-            "H whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 360000, 31 432000, F 600000; "
-            "Nord (Nord, Nord, 6): S 360000, 31 -, F -;");
+            "H whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 360000, 31 432000, F 660000; "
+            "Nord (Nord, Nord, 6): S 360000, 31 -, F -;  (, , 0): S 360000, 31 -, F 630000;");
   EXPECT_EQ(runnersOf(*event.category(1)),
             "H 1 common controls - Fi Fors (OK Syd 2, OK Syd, 0): S 360000, 33 420000, 32 426000, "
             "F 432000; Ed Ek (Nord, Nord, 6): S 360000, 33 432000, F 450000;");
   EXPECT_EQ(runnersOf(*event.category(2)),
-            "H 2 common controls - Di Dahl (OK Syd 2, OK Syd, 0): S 420000, 31 480000, "
-            "F 600000; "
-            "Gy Gran (Nord, Nord, 10): S 420000, F -;");
-  EXPECT_EQ(runner(0, 0).resultPlace(), 1);
+            "H 2 common controls - Di Dahl (OK Syd 2, OK Syd, 0): S 420000, 32 -, 31 480000, "
+            "F 600000; Gy Gran (Nord, Nord, 10): S 420000, 31 -, F -; "
+            "Ha Hag (, , 0): S 480000, 32 510000, 31 600000, F 630000;");
+  EXPECT_EQ(runner(0, 0).resultPlace(), 2);
   EXPECT_EQ(runner(2, 0).courseName(), "B x");
   EXPECT_THAT(told,
-              ElementsAre("no leg of a relay \"0\"", "punch outside the leg at control \"31\""));
+              ElementsAre("no leg of a relay \"0\"", "punch outside the leg at control \"31\"",
+                          "the list places teams otherwise than their times \"OK Syd 2\""));
 }
 
 TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
   const std::string head = "OS0012;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;A;B;C;D;E;";
   EXPECT_EQ(
       importCsv(head + "Xtra1;F;G;H;I;J;K;L;M;N;O;P;Q;R;Xtra2;\n"
-                       ";7;;2;;;0:00;;0;4;;;;5;OK;Syd;;;;1;H;Herrar;;;;;;;;;;"
+                       ";7;;2;;;0:00;28:00;0;1;;;;5;OK;Syd;;;;1;H;Herrar;;;;;;;;;;"
                        "0;1;1;Ek;Ed;;;0:00;15:00;;0;12;;9;0;2;1;Dal;Di;04;F;15:00;;10:00;0;;;;"
                        "0;3;1;;;;;;;;;;;;4;\n"
                        ";7;;;;;;;;;;;;;;;;;;;H;Herrar;\n;7;;Nord;;;;;1;;;;;;;;;;;;D;Damer;\n;7;\n"),
@@ -277,7 +281,7 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
               ElementsAre("Herrar whole legs", "Herrar 1 common controls",
                           "Herrar 2 common controls", "Damer whole legs"));
   EXPECT_EQ(runnersOf(*event.category(0)),
-            "Herrar whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 0, 31 90000, F 150000;");
+            "Herrar whole legs - OK Syd 2 (OK Syd 2, OK Syd, 0): S 0, 31 90000, F 168000;");
   EXPECT_EQ(test::setProperties(runner(2, 0)),
             "firstName=Di lastName=Dal clubID=5 club=OK Syd gender=2 birthDate=2004-01-01 "
             "birthDateFormat=YYYY relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 ");

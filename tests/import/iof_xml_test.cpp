@@ -37,8 +37,8 @@ TEST_F(IofXml2Test, ReadsEveryField) {
   ASSERT_EQ(importXml(R"(<?xml version="1.0" encoding="UTF-8"?>
 <ResultList status="snapshot"><IOFVersion version="2.0.3" /><Event eventForm="IndMultiDay">
 <EventId type="nat" idManager="Fed">77</EventId><Name>Vår</Name><StartDate>
-<Date>2026-05-03</Date></StartDate><FinishDate><Date>2026-05-04</Date></FinishDate><Organiser>
-<Club><ClubId type="loc">5</ClubId><Name>OK Syd</Name><ShortName>Syd</ShortName>
+<Date dateFormat="MM/DD/YYYY">05/03/2026</Date></StartDate><FinishDate>
+<Date>2026-05-04</Date></FinishDate><Organiser><Club><ClubId type="loc">5</ClubId><Name>OK Syd</Name><ShortName>Syd</ShortName>
 <CountryId value="SWE"/></Club></Organiser></Event><ClassResult><EventClass sex="F">
 <ClassId type="int">3</ClassId><Name>Damer 21</Name><ShortName>D21</ShortName></EventClass>
 <PersonResult><Person sex="F"><PersonName><Family>Öberg</Family><Given sequence="2">Lisa</Given>
@@ -89,6 +89,8 @@ TEST_F(IofXml2Test, ResultsWithHolesGiveARunnerOrNone) {
       {clock("FinishTime", "00:03:00") + element("Time", "-----") + punch, "S 0, 31 6000, F 18000"},
       {clock("Time", "00:02:00") + punch, "S 0, 31 6000, F 12000"},
       {element("SplitTime", element("Control", element("ControlCode", "40"))), "S 0, 40 -, F -"},
+      {element("SplitTime", element("ControlCode", "31") + clock("Time", "00:01:00")),
+       "S 0, 31 6000, F -"},
       {split("100-2", "0:48,1") + split("F1", "13:12.1"), "S 0, 100 4810, 0 79210, F -"},
       {element("StartTime", "10:00") + split("32", "") + split("33", "--") + split("34", "-0:10"),
        "S 3600000, 32 -, 33 -, 34 3599000, F -"},
@@ -155,8 +157,14 @@ TEST_F(IofXml2Test, MoreThanHalfOfTheNamesBlankIsTold) {
             LRK_IMPORT_IOF_XML_BLANK_NAMES);  // three of four
   EXPECT_THAT(categoryNames(event), ElementsAre("A", "", "", ""));
   EXPECT_EQ(event.lastModifiedBy(), "Ann");
-  event.closeEvent();
-  ASSERT_EQ(event.createNewEvent(folder / "relay.lrk4"), 0);
+  newEvent();
+  // The later version has no such code, and a short name that does as well.
+  EXPECT_EQ(importXml(list3(
+                class3("<PersonResult/>", "") +
+                element("ClassResult", "<Class><ShortName>K</ShortName></Class>" + person3("")))),
+            0);
+  EXPECT_THAT(categoryNames(event), ElementsAre("", "K"));
+  newEvent();
   const std::string relay = classOf(element("TeamResult", runner), "");
   EXPECT_EQ(importXml(list(classOf(runner, "A") + relay)), 0);  // one of two
   EXPECT_EQ(event.noOfCategories(), 3);
@@ -227,20 +235,94 @@ creator="Timer 1" status="Delta"><Event><Id>1</Id><Name>Vår</Name><StartTime>
 TEST_F(IofXml3Test, ResultsWithHolesGiveARunner) {
   const std::string start = element("StartTime", "2026-05-03T10:00:00Z");
   const ResultRow rows[] = {
-      {"", "S 0, F -"},
+      {"", "S -, F -"},
+      {split("31", "60"), "S -, 31 -, F -"},
       {element("Time", "600") + element("Status", "OK"), "S 0, F 60000", estaOK},
       {element("StartTime", "2026-05-03T23:50") + element("Time", "1800"), "S 8580000, F 8760000"},
       {split("31", "60") + element("Time", "90") + start, "S 3600000, 31 3606000, F 3609000"},
-      {element("StartTime", "soon") + element("Time", "x") + split("x", "y"), "S 0, 0 -, F -"},
-      {element("Time", "-5") + element("Status", "sportingwithdrawal"), "S 0, F -",
+      {element("StartTime", "soon") + element("Time", "x") + split("x", "-5"), "S -, 0 -, F -"},
+      {element("Time", "-5") + element("Status", "sportingwithdrawal"), "S -, F -",
        estaSportWithdr},
-      {element("Time", "9999999") + "<Status/>", "S 0, F -"},
+      {element("Time", "9999999") + "<Status/>", "S -, F -"},
       {start + split("31", "150000"), "S 3600000, 31 -, F -"},  // beyond the last time of all
-      {split("32740", "5") + split("32760", "6"), "S 0, 0 500, 0 600, F -"},
+      {element("Time", "9") + split("32740", "5") + split("32760", "6"),
+       "S 0, 0 500, 0 600, F 900"},
   };
   checkResults(rows, [](std::string_view result) {
     return list3(class3(person3(element("Result", result))));
   });
+}
+
+TEST_F(IofXml3Test, PersonsAndClubsStandBeforeOrBehindTheirResults) {
+  const std::pair<std::string_view, std::string_view> rows[] = {
+      {"PpOoR1", "p o 1"},
+      {"R1OoPp", "p o 1"},
+      {"PpR1Oo", "p o 1"},
+      {"OoPpR1PqR2", "p o 1, q o 2"},
+      {"PpR1OoPqR2Ou", "p o 1, q u 2"},
+      {"PpOoR1OuPqR2", "p o 1, q u 2"},
+      {"R1PpOoR2R3PqOu", "p o 1, q u 2, q u 3"},
+  };
+  for (const auto& [order, read] : rows) {
+    std::string content;
+    for (std::size_t i = 0; i < order.size(); i += 2) {
+      const std::string_view text = order.substr(i + 1, 1);
+      const std::string name = element("Name", order[i] == 'P' ? element("Given", text) : text);
+      content += order[i] == 'P'   ? element("Person", name)
+                 : order[i] == 'O' ? element("Organisation", name)
+                                   : element("Result raceNumber='1'", element("Time", text));
+    }
+    newEvent();
+    ASSERT_EQ(importXml(list3(class3(element("PersonResult", content)))), 0);
+    std::string found;
+    for (int i = 0; i < event.category(0)->noOfRunners(); ++i) {
+      found += (i > 0 ? ", " : "") + runner(0, i).name() + ' ' + runner(0, i).club() + ' ' +
+               std::to_string(runner(0, i).finishTime() / 100);
+    }
+    EXPECT_EQ(found, read) << order;
+  }
+}
+
+TEST_F(IofXml3Test, ControlsListedByCodeStandInTheOrderOfTheirTimes) {
+  // Of each runner, times of the controls from 31 on; "---" for none.
+  const auto orders = [&](std::initializer_list<std::string_view> runners) {
+    std::string persons;
+    for (std::string_view times : runners) {
+      std::string result = element("Time", "900");
+      for (int code = 31; times.size() >= 3; ++code) {
+        const std::string_view time = times.substr(0, 3);
+        result += split(std::to_string(code), time == "---" ? "" : time);
+        times.remove_prefix(std::min<std::size_t>(4, times.size()));
+      }
+      persons += person3(element("Result", result));
+    }
+    newEvent();
+    EXPECT_EQ(importXml(list3(class3(persons))), 0);
+    std::string text;
+    for (int i = 0; i < event.category(0)->noOfRunners(); ++i) {
+      text += runner(0, i).punches().codesToString("S", "F", "", ecscDefault, " ") + ';';
+    }
+    return text;
+  };
+  // On average 31 is passed after 275 seconds, 32 after 95, 33 after 150 and 34 after 200; nobody
+  // has a time for 35.
+  EXPECT_EQ(orders({"300 100 --- 200 ---", "250 090 150 ---"}),
+            "S 32 33 34 31 35 F;S 32 33 34 31 F;");
+  EXPECT_EQ(textOf(runner(0, 0).punches()),
+            "S 0, 32 10000, 33 -, 34 20000, 31 30000, 35 -, F 90000");
+  EXPECT_THAT(told, ElementsAre("controls listed by code, put in the order of their times"));
+  // Half of those who passed both; one clock of three may be wrong.
+  EXPECT_EQ(orders({"200 100", "100 300", "---"}), "S 32 31 F;S 31 32 F;S 31 F;");
+  EXPECT_EQ(orders({"200 100", "100 300", "100 200"}), "S 31 32 F;S 31 32 F;S 31 32 F;");
+  EXPECT_EQ(orders({"100 --- 100", "--- 100"}), "S 31 32 33 F;S 31 32 F;");
+  EXPECT_EQ(told.size(), 2U);
+  newEvent();
+  const std::string byTime = split("31", "2:00") + split("32", "1:00");
+  EXPECT_EQ(importXml(list(classOf(person(byTime), "A") +
+                           classOf(person(byTime) + person(byTime + punch), "B"))),
+            0);
+  EXPECT_EQ(textOf(runner(0, 0).punches()), "S 0, 32 6000, 31 12000, F -");
+  EXPECT_EQ(textOf(runner(1, 0).punches()), "S 0, 31 12000, 32 6000, F -");  // a course of its own
 }
 
 TEST_F(IofXml3Test, EveryRaceIsACategory) {

@@ -28,16 +28,20 @@ class RelayTest : public ImportTest {
 // Member of an IOF XML 3.0 team; the splits are pairs "31 100".
 std::string member(std::string_view name, int leg, std::string_view start, std::string_view time,
                    std::string_view status = "OK", std::string_view splits = {},
-                   std::string_view overall = {}) {
+                   const std::string& overall = {}) {
   std::string result = element("Leg", std::to_string(leg)) + element("Status", status);
   if (!start.empty()) result += element("StartTime", start);
   if (!time.empty()) result += element("Time", time);
   for (std::size_t at = 0; at + 6 <= splits.size(); at += 7) {
     result += split(splits.substr(at, 2), splits.substr(at + 3, 3));
   }
-  if (!overall.empty()) result += element("OverallResult", element("Status", overall));
+  if (!overall.empty()) result += element("OverallResult", overall);
   return element("TeamMemberResult", element("Person", element("Name", element("Given", name))) +
                                          element("Result", result));
+}
+
+std::string overall(std::string_view time, std::string_view status, std::string_view place = "") {
+  return element("Time", time) + element("Position", place) + element("Status", status);
 }
 
 std::string team(std::string_view name, std::string_view members) {
@@ -56,12 +60,12 @@ std::string together(std::string first, std::string_view second) {
 // A has two runners on the second leg, B's second runner mispunches, C has none.
 const std::string threeTeams =
     team("A", member("Ada", 1, "10:00:00", "600", "OK", "31 100 32 200 33 300") +
-                  member("Aga", 3, "10:20:50", "600", "OK", "", "OK") +
+                  member("Aga", 3, "10:20:50", "600", "OK", "", overall("", "OK")) +
                   together(member("Ann", 2, "10:10:00", "700", "OK", "41 100"),
                            member("Asa", 2, "10:10:00", "650", "OK", "41 120"))) +
     team("B", member("Bea", 1, "10:00:00", "610", "OK", "31 110 34 210 33 310") +
                   member("Bo", 2, "10:10:10", "640", "MissingPunch") +
-                  member("Bri", 3, "10:20:50", "500", "OK", "", "MissingPunch")) +
+                  member("Bri", 3, "10:20:50", "500", "OK", "", overall("0", "MissingPunch"))) +
     team("C", member("Cia", 1, "10:00:00", "590", "OK", "31 120 32 220 33 320") +
                   member("Cleo", 3, "10:22:00", "660"));
 
@@ -70,10 +74,11 @@ TEST_F(RelayTest, BecomesTeamsAndLegs) {
   EXPECT_THAT(categoryNames(event),
               ElementsAre("Open", "Open whole legs", "Open 1 common controls",
                           "Open 2 common controls", "Open 3 common controls"));
-  // 10:00:00 is 3600000. The mispunched leg ends for the runner alone.
+  // 10:00:00 is 3600000. The mispunched leg ends for the runner alone, and no time of the team
+  // follows from it.
   EXPECT_THAT(runnersOf(1), ElementsAre("A 0 1: S 3600000, 31 3660000, 32 3725000, F 3785000",
-                                        "B 6 0: S 3600000, 31 3661000, 32 -, F 3775000",
-                                        "C 14 0: S 3600000, 31 3659000, 32 -, F 3798000"));
+                                        "B 6 0: S 3600000, 31 3661000, 32 -, F -",
+                                        "C 14 0: S 3600000, 31 3659000, 32 -, F -"));
   EXPECT_THAT(runnersOf(2), ElementsAre("Ada 0 2: S 3600000, 31 3610000, 33 3630000, F 3660000",
                                         "Bea 0 3: S 3600000, 31 3611000, 33 3631000, F 3661000",
                                         "Cia 0 1: S 3600000, 31 3612000, 33 3632000, F 3659000"));
@@ -89,7 +94,38 @@ TEST_F(RelayTest, BecomesTeamsAndLegs) {
   const std::string list = folder.write("list.xml", list3(class3(threeTeams, "Open")));
   ASSERT_EQ(importer.import_parallel(LRK_IMPORT_XML, event, list, 0, erpmSlowestTime), 0);
   EXPECT_EQ(event.categoryName(5) + ", " + event.categoryName(6), "Open Staffel, Open 1 gemeinsam");
-  EXPECT_EQ(runnersOf(5)[0], "A 0 1: S 3600000, 31 3660000, 32 3730000, F 3785000");
+  EXPECT_EQ(runnersOf(5)[0], "A 0 1: S 3600000, 31 3660000, 32 3730000, F 3790000");
+}
+
+TEST_F(RelayTest, TeamsHaveTheTimesOfTheList) {
+  const auto legs = [](std::string_view time, const std::string& after, std::string_view start,
+                       std::string_view last, const std::string& total) {
+    return member("One", 1, "10:00:00", time, "OK", "", after) +
+           member("Two", 2, start, last, "OK", "", total);
+  };
+  std::string unnamed = team(
+      "C", member("One", 1, "10:00:00", "", "DidNotFinish") +
+               member("Two", 2, "10:50:00", "1600", "OK", "", overall("6000", "DidNotFinish")));
+  unnamed.erase(unnamed.find("<Name>"), std::string_view("<Name>C</Name>").size());
+  const std::string teams =
+      // A restart, and a penalty of a minute.
+      team("A",
+           legs("3600", overall("3600", "OK"), "10:50:00", "1500", overall("5160", "OK", "2"))) +
+      // A minute of waiting that does not count.
+      team("B",
+           legs("1800", overall("1800", "OK"), "10:31:00", "3000", overall("4800", "OK", "1"))) +
+      unnamed + team("D", member("Two", 2, "10:40:00", "1500", "OK", "", overall("3900", "OK"))) +
+      // Nothing is told: the members' own times.
+      team("E", legs("2000", "", "10:50:00", "1000", ""));
+  ASSERT_EQ(importXml(list3(class3(teams, "Open"))), 0);
+  EXPECT_THAT(
+      runnersOf(0),
+      ElementsAre("A 0 4: S 3600000, 31 3960000, F 4116000",
+                  "B 0 3: S 3600000, 31 3780000, F 4080000", "OK C 7 0: S 3600000, 31 -, F 4200000",
+                  "D 0 2: S 3840000, 31 -, F 4230000", "E 0 1: S 3600000, 31 3800000, F 3900000"));
+  EXPECT_EQ(runner(2, 2).relayTeam() + ' ' + textOf(runner(2, 0).punches()),
+            "OK C S 3900000, F 4050000");
+  EXPECT_THAT(told, ElementsAre("the list places teams otherwise than their times \"A\""));
 }
 
 TEST_F(RelayTest, LegsInClassResultsOfTheirOwnAreOneRelay) {
@@ -130,18 +166,29 @@ TEST_F(RelayTest, VersionTwoTellsOfLegsByOrder) {
       element("ClassResult", "<ClassShortName>Men</ClassShortName>" +
                                  element("TeamResult",
                                          "<TeamName>A</TeamName><CountryId value='SUI'/><StartTime>"
-                                         "<Clock>10:00:00</Clock></StartTime><TeamStatus "
+                                         "<Clock>10:00:00</Clock></StartTime><Time>56:30</Time>"
+                                         "<ResultPosition>1</ResultPosition><TeamStatus "
                                          "value='OK'/>" +
                                              members) +
+                                 // The total is that between the clocks, though nobody finished.
+                                 element("TeamResult",
+                                         "<StartTime><Clock>10:00:00</Clock></StartTime>"
+                                         "<FinishTime><Clock>11:10:00</Clock></FinishTime>"
+                                         "<Club><Name>C</Name></Club>" +
+                                             person("Cia",
+                                                    "<CompetitorStatus value='MisPunch'/>"
+                                                    "<Time>27:00</Time>")) +
                                  element("TeamResult",
                                          "<TeamName>B</TeamName><FinishTime><Clock>11:00:00"
                                          "</Clock></FinishTime>"));
   ASSERT_EQ(importXml(element("ResultList", list)), 0);
   // Starts that are not told follow from the team's start and the leg before.
-  EXPECT_THAT(runnersOf(0), ElementsAre("A 0 1: S 3600000, 31 3762000, F 3930000",
-                                        "B 14 0: S 0, 31 -, F 3960000"));
+  EXPECT_THAT(runnersOf(0),
+              ElementsAre("A 0 1: S 3600000, 31 3762000, F 3939000",
+                          "C 6 0: S 3600000, 31 -, F 4020000", "B 14 0: S 0, 31 -, F 3960000"));
   EXPECT_EQ(runner(0, 0).clubCountryCode(), "SUI");
-  EXPECT_THAT(runnersOf(1), ElementsAre("Ada 0 1: S 3600000, 31 3612000, F 3762000"));
+  EXPECT_EQ(runnersOf(1)[0], "Ada 0 1: S 3600000, 31 3612000, F 3762000");
+  EXPECT_TRUE(told.empty());
   EXPECT_THAT(runnersOf(2),
               ElementsAre("Aga 0 1: S 3762000, F 3930000", "Ann 0 2: S 3762000, F 3936000"));
 }
@@ -186,6 +233,9 @@ TEST_F(RelayTest, HostsHandOverCategories) {
                                {"runner_7", 2, 100000, 200000, estaOK},
                                {"runner_7", 2, 100000, 150000, estaDisqualified},
                                {"runner_8", 255, 100, 200, estaOK},
+                               {"team_9", 0, 0, 0, estaUnknown},
+                               {"runner_9", 1, 7000000, 7100000, estaMisPunch},
+                               {"runner_0_9", 2, 7200000, 7300000, estaOK},
                                {"runner_7", 256, 100, 200, estaOK},
                                {"runner_7", 0, 100, 200, estaOK},
                                {"team_", 0, 0, 0, estaOK},
@@ -202,9 +252,13 @@ TEST_F(RelayTest, HostsHandOverCategories) {
   EXPECT_EQ(relay.categoryIndex(), 0);
   const LRKPunches& punches = runner(0, 0).punches();
   EXPECT_EQ(punches.count(), 256);
-  EXPECT_EQ(punches.time(2), 200000 + 24 * 360000);
+  EXPECT_EQ(punches.time(2), 8200000);  // each leg took 100000
   EXPECT_EQ(punches.code(254), 30 + 254);
-  EXPECT_EQ(runnersOf(2).size(), 1U);  // who is disqualified is left out
+  // Who is not OK is left out, but his team started with him.
+  EXPECT_THAT(runnersOf(2), ElementsAre("runner_7 0 1: S 8740000, F 8840000",
+                                        "runner_0_9 0 1: S 7200000, F 7300000"));
+  EXPECT_EQ(runner(0, 1).startTime(), 7000000);
+  EXPECT_EQ(runner(0, 1).status(), estaMisPunch);
   EXPECT_EQ(setProperties(runner(3, 0)), "name=runner_8 relayLeg=255 relayTeamID=8 ");
 
   LRKCategory none = relayOf({{"Eva", 1, 0, 0, estaOK}});
@@ -369,7 +423,8 @@ TEST_F(RelayTest, PekkaPirilaRelayInItsThreeSetsOfNames) {
               "cCardID=123 name=Aga club=RR relayLeg=2 relayTeamID=1 relayTeam=RR 2 courseName=A ");
     // The relay reader itself takes the mode at its word.
     EXPECT_EQ(importer.importPekkaPirilaRelayXML(event, file, erpmSlowestTime), 0);
-    EXPECT_EQ(runnersOf(at + 3)[0], "RR 2 0 1: S 0, 31 60000, F 210000");
+    EXPECT_EQ(runner(at + 4, 0).name() + runnersOf(at + 3)[0],
+              "AdaRR 2 0 1: S 0, 31 60000, F 180000");
   }
   const std::string other = folder.write("other.xml", "<Event><EventClass/></Event>");
   EXPECT_EQ(importer.importPekkaPirilaRelayXML(event, other),

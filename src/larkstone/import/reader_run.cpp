@@ -4,7 +4,6 @@
 
 #include "larkstone/core/text.hpp"
 #include "larkstone/event/event.hpp"
-#include "larkstone/import/relay_results.hpp"
 
 namespace larkstone {
 
@@ -28,6 +27,7 @@ void ReaderRun::beginCategory(LRKCategory category) {
   endCategory();
   if (stopped()) return;
   category_ = std::move(category);
+  standings_.clear();
   category_.name(std::string(sharedName(category_.name())));
   open_ = true;
   if (job_.session.onNewCategory) job_.session.onNewCategory(category_.name());
@@ -58,12 +58,30 @@ void ReaderRun::endRelay() {
   countCategory();
   const RelayRules rules{job_.session.wholeLegsText, job_.session.commonControlsText, false,
                          job_.parallelMode};
-  std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules);
+  std::vector<LRKCategory> categories = relayCategories(std::move(category_), rules, standings_);
+  if (!categories.empty()) notePlaces(categories.front());
   if (courseLength_ == CourseLengthFrom::runners) {
     for (LRKCategory& category : categories) setCourseLengthFromRunners(category);
   }
   const std::int32_t error = addCategories(job_.event, categories);
   if (error != 0) code_ = LRK_IMPORT_EVENT_FILE_ERROR + error;
+}
+
+// The places by time are those that the event shows.
+void ReaderRun::notePlaces(const LRKCategory& teams) {
+  std::vector<Time> times;
+  for (int i = 0; i < teams.noOfRunners(); ++i) times.push_back(teams.runner(i).resultTime());
+  std::sort(times.begin(), times.end());
+  for (int i = 0; i < teams.noOfRunners(); ++i) {
+    const LRKRunner& team = teams.runner(i);
+    const Time time = team.resultTime();
+    if (!team.resultPlaceSet() || isDisq(time)) continue;
+    const auto better = std::lower_bound(times.begin(), times.end(), time) - times.begin();
+    if (team.resultPlace() == better + 1) continue;
+    job_.session.note("the list places teams otherwise than their times", team.name(),
+                      [&] { return quoted("class", teams.name()); });
+    return;
+  }
 }
 
 bool ReaderRun::progress(int done, int total) {

@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "larkstone/import/relay_results.hpp"
 #include "larkstone/import/session.hpp"
 #include "larkstone/model/category.hpp"
 
@@ -38,7 +40,8 @@ class ReaderRun {
   LRKCategory& category() { return category_; }
   /// Adds the open category to the event.
   void endCategory();
-  /// Adds what the open category, a relay (see relay_results.hpp), consists of.
+  /// Adds what the open category, a relay (see relay_results.hpp), consists of. Notes when the list
+  /// places its teams otherwise than their times do.
   void endRelay();
   /// Forgets the open category.
   void dropCategory() { open_ = false; }
@@ -53,6 +56,16 @@ class ReaderRun {
       add(std::move(runner));
     }
     return !stopped();
+  }
+
+  /// The same for a team or member of a relay, with what the list says about the team.
+  template <class Notes>
+  bool addToRelay(LRKRunner runner, const RelayStanding& standing, const Notes& notes) {
+    const auto place = static_cast<std::size_t>(category_.noOfRunners());
+    const bool goesOn = addRunner(std::move(runner), notes);
+    standings_.resize(place);
+    standings_.push_back(standing);
+    return goesOn;
   }
 
   /// How many categories and relays were added, and how many of them had no name.
@@ -73,10 +86,12 @@ class ReaderRun {
  private:
   void add(LRKRunner runner);
   void countCategory();
+  void notePlaces(const LRKCategory& teams);
 
   ReadJob& job_;
   CourseLengthFrom courseLength_;
   LRKCategory category_;
+  std::vector<RelayStanding> standings_;  // of the runners of a relay
   bool open_ = false;
   int noOfAdded_ = 0;
   int noOfNameless_ = 0;

@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "larkstone/core/number.hpp"
+#include "larkstone/core/text.hpp"
 #include "larkstone/import/common_controls.hpp"
 #include "larkstone/import/import.hpp"
 #include "larkstone/import/reader_run.hpp"
@@ -16,6 +18,7 @@ namespace {
 
 constexpr std::string_view teamPrefix = "team_";
 constexpr std::string_view memberPrefix = "runner_";
+constexpr std::string_view parallelMemberPrefix = "runner_0_";  // the same in another form
 constexpr Code codeBeforeLegs = 30;
 constexpr Time wholeDay = 24 * 360000;
 
@@ -28,33 +31,45 @@ std::optional<std::int32_t> numberBehind(std::string_view prefix, std::string_vi
   return number;
 }
 
-// Whether a list gave the clock time; 0 stands for one that it did not give.
-bool isKnown(Time clock) { return clock > 0 && !isDisq(clock); }
+std::optional<std::int32_t> teamOfMember(std::string_view key) {
+  const auto number = numberBehind(parallelMemberPrefix, key);
+  return number ? number : numberBehind(memberPrefix, key);
+}
+
+// Whether a list gave the clock time or the time of a team; 0 stands for one that it did not give.
+bool isKnown(Time time) { return time > 0 && !isDisq(time); }
+
+Time sumOf(Time a, Time b) { return isDisq(a) || isDisq(b) ? LRK_NO_TIME : clampedTime(a + b); }
+
+struct Member {
+  LRKRunner runner;
+  int team = -1;  // none for a team that is not listed
+  RelayStanding standing;
+  bool leftOut = false;  // by the rules
+};
 
 struct Team {
   LRKRunner runner;
   std::string name;      // for its members
   Time listedStart = 0;  // what the list says about the team itself
   Time listedFinish = LRK_NO_TIME;
+  RelayStanding standing;  // the last one that is told
   Time start = 0;
   int startLeg = 0;  // the leg that tells the start
   LRKPunches punches;
   // The leg at hand and those before.
-  Time handover = 0;  // the end of the leg before, 0 when it is not known
-  const LRKRunner* counting = nullptr;
+  Time time = 0;      // from the start to the end of the leg before
+  Time handover = 0;  // by the clock, 0 when it is not known
+  const Member* counting = nullptr;
+  const Member* leftOut = nullptr;
   bool complete = true;
   enmStatus status = estaOK;  // the first that is not OK
-};
-
-struct Member {
-  LRKRunner runner;
-  int team = -1;  // none for a team that is not listed
 };
 
 // The next member may have started, but for the team the leg has no end.
 bool hasFailed(enmStatus status) {
   return status != estaOK && status != estaFinished && status != estaActive &&
-         status != estaUnknown;
+         status != estaNotCompeting && status != estaUnknown;
 }
 
 // The counting member is the fastest or the slowest. Who has no result is the slowest, and among
@@ -66,10 +81,18 @@ bool countsRather(const LRKRunner& runner, const LRKRunner& other, enmRelayParal
   return mode == erpmSlowestTime ? key(runner) > key(other) : key(runner) < key(other);
 }
 
-// The teams and members of a relay category with their times as clock times.
+Time runningTimeOf(const LRKRunner& runner) {
+  const bool known = !isDisq(runner.startTime()) && !isDisq(runner.finishTime()) &&
+                     runner.finishTime() >= runner.startTime();
+  return known ? runner.finishTime() - runner.startTime() : LRK_NO_TIME;
+}
+
+// The teams and members of a relay category, those with running times, these with clock times.
 class RelayParts {
  public:
-  RelayParts(LRKCategory& relay, const RelayRules& rules) : rules_(rules) {
+  RelayParts(LRKCategory& relay, const RelayRules& rules,
+             const std::vector<RelayStanding>& standings)
+      : rules_(rules), standings_(standings) {
     takeTeams(relay);
     takeMembers(relay);
     findStarts();
@@ -88,13 +111,20 @@ class RelayParts {
   void moveMembers(int leg, LRKCategory& category) {
     std::vector<Member>& members = legs_[static_cast<std::size_t>(leg - 1)];
     category.reserveRunners(static_cast<int>(members.size()));
-    for (Member& member : members) category.addRunner(std::move(member.runner));
+    for (Member& member : members) {
+      if (!member.leftOut) category.addRunner(std::move(member.runner));
+    }
     members = {};
   }
 
  private:
   Team* teamOf(const Member& member) {
     return member.team < 0 ? nullptr : &teams_[static_cast<std::size_t>(member.team)];
+  }
+
+  RelayStanding standingOf(int runner) const {
+    const auto i = static_cast<std::size_t>(runner);
+    return i < standings_.size() ? standings_[i] : RelayStanding();
   }
 
   void takeTeams(LRKCategory& relay) {
@@ -105,8 +135,12 @@ class RelayParts {
       teamIndices_.try_emplace(*number, static_cast<int>(teams_.size()));
       Team& team = teams_.emplace_back();
       completePunches(runner);
+      team.standing = standingOf(i);
       team.listedStart = runner.startTime();
       team.listedFinish = runner.finishTime();
+      if (runner.name().empty() && !runner.club().empty()) {
+        runner.name(std::string(sharedName(runner.club())));
+      }
       team.runner = std::move(runner);
       team.name = sharedName(team.runner.name());
       withdrawKey(team.runner);
@@ -116,14 +150,15 @@ class RelayParts {
   void takeMembers(LRKCategory& relay) {
     for (int i = 0; i < relay.noOfRunners(); ++i) {
       LRKRunner& runner = relay.runner(i);
-      const auto number = numberBehind(memberPrefix, runner.extraInfo());
+      const auto number = teamOfMember(runner.extraInfo());
       const int leg = runner.relayLeg();
       if (!number || leg < 1 || leg > mostRelayLegs) continue;
       if (leg > noOfLegs()) legs_.resize(static_cast<std::size_t>(leg));
-      if (rules_.ignoreDisqualifiedRunners && runner.status() != estaOK) continue;
       completePunches(runner);
       const auto found = teamIndices_.find(*number);
-      Member member{std::move(runner), found == teamIndices_.end() ? -1 : found->second};
+      const bool leftOut = rules_.ignoreDisqualifiedRunners && runner.status() != estaOK;
+      Member member{std::move(runner), found == teamIndices_.end() ? -1 : found->second,
+                    standingOf(i), leftOut};
       withdrawKey(member.runner);
       member.runner.relayTeamID(*number);
       if (const Team* team = teamOf(member)) member.runner.relayTeam(team->name);
@@ -174,21 +209,17 @@ class RelayParts {
   }
 
   void run(std::vector<Member>& members) {
-    for (Team& team : teams_) team.counting = nullptr;
+    for (Team& team : teams_) team.counting = team.leftOut = nullptr;
     for (Member& member : members) {
       Team* const team = teamOf(member);
       if (team == nullptr) continue;
       placeInTime(member.runner, *team);
-      if (team->counting == nullptr ||
-          countsRather(member.runner, *team->counting, rules_.parallelMode)) {
-        team->counting = &member.runner;
+      const Member*& place = member.leftOut ? team->leftOut : team->counting;
+      if (place == nullptr || countsRather(member.runner, place->runner, rules_.parallelMode)) {
+        place = &member;
       }
     }
-    const bool last = &members == &legs_.back();
-    const auto leg = static_cast<Code>(&members - legs_.data() + 1);
-    for (Team& team : teams_) {
-      endLeg(team, last ? LRK_FINISH_CODE : static_cast<Code>(codeBeforeLegs + leg));
-    }
+    for (Team& team : teams_) endLeg(team, static_cast<int>(&members - legs_.data()) + 1);
   }
 
   static void placeInTime(LRKRunner& runner, const Team& team) {
@@ -204,39 +235,72 @@ class RelayParts {
     runner.extraPunches().addTimeOffset(offset);
   }
 
-  static void endLeg(Team& team, Code code) {
-    const LRKRunner* const member = team.counting;
-    const Time finish = clockAtFinish(team);
-    team.handover = isDisq(finish) ? 0 : finish;
-    if (member == nullptr) {
-      team.complete = false;
-    } else if (team.status == estaOK) {
-      team.status = member->status();
+  void endLeg(Team& team, int leg) const {
+    const bool isLast = leg == noOfLegs();
+    const Member* const member = team.counting != nullptr ? team.counting : team.leftOut;
+    if (team.counting == nullptr) team.complete = false;
+    if (member != nullptr) {
+      if (team.status == estaOK) team.status = member->runner.status();
+      takeStanding(member->standing, isLast, team.standing);
     }
-    Time end = LRK_NO_TIME;
-    if (member == nullptr || !hasFailed(member->status())) {
-      end = isDisq(finish) && isFinishCode(code) ? team.listedFinish : finish;
+    team.time = timeAfterLeg(team);
+    team.handover = clockAtHandover(team, leg);
+    if (isLast) {
+      if (const Time total = listedTotal(team); !isDisq(total)) team.time = total;
     }
-    team.punches.add(end, code);
+    const auto code = static_cast<Code>(codeBeforeLegs + leg);
+    team.punches.add(sumOf(team.start, team.time), isLast ? LRK_FINISH_CODE : code);
   }
 
-  // Times that count from an unknown handover say nothing about the team.
-  static Time clockAtFinish(const Team& team) {
-    const bool firstLeg = team.punches.count() == 1;
-    const bool isPlaced =
-        team.counting != nullptr && (firstLeg || isKnown(team.counting->startTime()));
-    return isPlaced ? team.counting->finishTime() : LRK_NO_TIME;
+  // What is told before the end counts in the end when the team has dropped out.
+  static void takeStanding(const RelayStanding& told, bool isLast, RelayStanding& standing) {
+    if (isLast && isKnown(told.time)) standing.time = told.time;
+    if (isLast && told.place > 0) standing.place = told.place;
+    if (told.status && (isLast || *told.status != estaOK)) standing.status = told.status;
+  }
+
+  static Time timeAfterLeg(const Team& team) {
+    if (team.counting == nullptr || hasFailed(team.counting->runner.status())) return LRK_NO_TIME;
+    const Time listed = team.counting->standing.time;
+    return isKnown(listed) ? listed : sumOf(team.time, runningTimeOf(team.counting->runner));
+  }
+
+  // Times that count from an unknown handover do not tell the next.
+  static Time clockAtHandover(const Team& team, int leg) {
+    const Member* const member = team.counting != nullptr ? team.counting : team.leftOut;
+    const bool isPlaced = member != nullptr && (leg == 1 || isKnown(member->runner.startTime()));
+    const Time clock = isPlaced ? member->runner.finishTime() : LRK_NO_TIME;
+    const Time end = isDisq(clock) ? sumOf(team.start, team.time) : clock;
+    return isDisq(end) ? 0 : end;
+  }
+
+  // As a time, or between two clocks.
+  static Time listedTotal(const Team& team) {
+    if (isKnown(team.standing.time)) return team.standing.time;
+    const Time start = isKnown(team.listedStart) ? team.listedStart : team.start;
+    return isKnown(team.listedFinish) && team.listedFinish > start ? team.listedFinish - start
+                                                                   : LRK_NO_TIME;
   }
 
   void finish(Team& team) const {
-    if (!team.punches.finishExists()) team.punches.add(team.listedFinish, LRK_FINISH_CODE);
+    if (!team.punches.finishExists()) {
+      team.punches.add(sumOf(team.start, listedTotal(team)), LRK_FINISH_CODE);
+    }
     team.runner.punches(std::move(team.punches));
     team.runner.extraPunches({});
+    if (team.standing.place > 0) {
+      team.runner.resultPlace(saturated<std::int16_t>(team.standing.place));
+    }
     const bool derived = team.status != estaOK || (team.complete && !legs_.empty());
-    if (team.runner.status() == estaUnknown && derived) team.runner.status(team.status);
+    if (team.standing.status) {
+      team.runner.status(*team.standing.status);
+    } else if (team.runner.status() == estaUnknown && derived) {
+      team.runner.status(team.status);
+    }
   }
 
   const RelayRules& rules_;
+  const std::vector<RelayStanding>& standings_;
   std::vector<Team> teams_;
   std::unordered_map<std::int32_t, int> teamIndices_;  // by number
   std::vector<std::vector<Member>> legs_;
@@ -292,8 +356,9 @@ std::string relayMemberKey(std::int32_t team) {
   return std::string(memberPrefix) + std::to_string(team);
 }
 
-std::vector<LRKCategory> relayCategories(LRKCategory relay, const RelayRules& rules) {
-  RelayParts parts(relay, rules);
+std::vector<LRKCategory> relayCategories(LRKCategory relay, const RelayRules& rules,
+                                         const std::vector<RelayStanding>& standings) {
+  RelayParts parts(relay, rules, standings);
   relay.noOfRunners(0);
   std::vector<LRKCategory> categories;
   if (parts.empty()) return categories;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "larkstone/core/text.hpp"
+#include "larkstone/import/passing_order.hpp"
 #include "larkstone/import/readers.hpp"
 #include "larkstone/import/readers/csv_relay_teams.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
@@ -40,13 +41,34 @@ struct RunColumns {
     const Time startTime = readCsvTime(row.field(start), "unreadable start time", notes);
     const Time finishTime = readCsvTime(row.field(finish), "unreadable finish time", notes);
     const Time running = readCsvTime(row.field(time), "unreadable time", notes);
-    const Time startClock = sumOfTimes(startTime, zeroTime);
+    Time startClock = sumOfTimes(startTime, zeroTime);
     Time finishClock = sumOfTimes(finishTime, zeroTime);
-    if (isDisq(finishClock)) finishClock = sumOfTimes(startClock, running);
+    if (isDisq(startClock) && !isDisq(finishClock) && running <= finishClock) {
+      startClock = finishClock - running;
+    }
     member.startKnown = !isDisq(startClock);
-    member.runner.startTime(member.startKnown ? startClock : 0);
+    if (!member.startKnown) startClock = 0;
+    if (isDisq(finishClock)) finishClock = sumOfTimes(startClock, running);
+    member.runner.startTime(startClock);
     member.runner.finishTime(finishClock);
     readCsvStatus(row.field(status), member.runner, notes);
+  }
+};
+
+// What the list says of the team.
+struct StandingColumns {
+  int time = -1;
+  int status = -1;
+  int place = -1;
+
+  RelayStanding read(const CsvFile& row, const LineNotes& notes) const {
+    RelayStanding standing;
+    standing.time = readCsvTime(row.field(time), "unreadable time of the team", notes);
+    LRKRunner result;
+    readCsvStatus(row.field(status), result, notes);
+    if (result.status() != estaUnknown) standing.status = result.status();
+    standing.place = csvInteger(row.field(place)).value_or(0);
+    return standing;
   }
 };
 
@@ -91,8 +113,9 @@ class RunnerRows {
         punches_(combination_ + 1) {
     while (punches_ < header.noOfColumns() && !header.text(punches_).ends_with('1')) ++punches_;
     const int between = punches_ - combination_ - 1;
-    place_ = between >= 1 ? punches_ - 1 : -1;
-    teamStatus_ = between >= 3 ? combination_ + 2 : -1;
+    standing_.place = between >= 1 ? punches_ - 1 : -1;
+    standing_.time = between >= 2 ? combination_ + 1 : -1;
+    standing_.status = between >= 3 ? combination_ + 2 : -1;
   }
 
   const CsvClassColumns& classColumns() const { return class_; }
@@ -117,7 +140,7 @@ class RunnerRows {
       team.club = clubOfTeam(name);
       team.clubId = csvInteger(row.field(clubNo_));
     }
-    readTeamResult(row, *leg, team, notes);
+    member.standing = standing_.read(row, notes);
     relay.add(std::move(member), team);
   }
 
@@ -139,17 +162,6 @@ class RunnerRows {
     }
   }
 
-  // What the list says of the team at the end of its last leg counts.
-  void readTeamResult(const CsvFile& row, std::int32_t leg, RelayTeam& team,
-                      const LineNotes& notes) const {
-    if (team.lastLeg > leg) return;
-    LRKRunner result;
-    result.status(estaUnknown);
-    readCsvStatus(row.field(teamStatus_), result, notes);
-    team.status = result.status();
-    team.place = csvInteger(row.field(place_)).value_or(0);
-  }
-
   int combination_;
   Columns column_;
   CsvPersonColumns person_;
@@ -157,8 +169,7 @@ class RunnerRows {
   RunColumns run_;
   int number_, leg_, clubNo_, team_, course_, km_;
   int punches_;
-  int place_ = -1;
-  int teamStatus_ = -1;
+  StandingColumns standing_;
 };
 
 // A row per team. The blocks begin with a column that is called Xtra1, Xtra2, ... everywhere.
@@ -172,8 +183,8 @@ class TeamRows {
         class_{column_("Cl. no.", 19), column_("Short", 20), column_("Long", 21)},
         number_(column_("Stno", 1)),
         description_(column_("Descr", 3)),
-        status_(column_("Classifier", 8)),
-        place_(column_("Pl", 9)),
+        start_(column_("Start", 6)),
+        standing_{column_("Time", 7), column_("Classifier", 8), column_("Pl", 9)},
         clubNo_(column_("Club no.", 13)),
         clubName_(column_("Cl.name", 14)),
         city_(column_("City", 15)) {
@@ -195,11 +206,9 @@ class TeamRows {
     team.name = name;
     team.club = club;
     team.clubId = csvInteger(row.field(clubNo_));
-    team.place = csvInteger(row.field(place_)).value_or(0);
-    LRKRunner result;
-    result.status(estaUnknown);
-    readCsvStatus(row.field(status_), result, notes);
-    team.status = result.status();
+    team.start =
+        sumOfTimes(readCsvTime(row.field(start_), "unreadable start time", notes), job.zeroTime);
+    team.standing = standing_.read(row, notes);
     int number = 0;
     // The last field of the row is the place, or nothing.
     for (int block = blocks_; block + 4 < row.noOfFields(); block += blockLength_) {
@@ -254,7 +263,8 @@ class TeamRows {
   int blocks_;
   Columns column_;
   CsvClassColumns class_;
-  int number_, description_, status_, place_;
+  int number_, description_, start_;
+  StandingColumns standing_;
   int clubNo_, clubName_, city_;
   int blockLength_ = 0;
 };
@@ -286,6 +296,7 @@ std::int32_t readRows(ReadJob& job, CsvFile& file) {
       if (!run.progress(++done, classes.noOfRows())) return run.code();
     }
     if (!relay.addTo(run, job.session)) return run.code();
+    orderByTimes(run.category());  // radio controls stand by their codes
     run.endRelay();
   }
   return run.end("OS200x");

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "larkstone/core/number.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
 #include "larkstone/import/relay_results.hpp"
 
@@ -15,10 +14,17 @@ bool byLeg(const RelayMember& a, const RelayMember& b) {
   return a.runner.relayLeg() < b.runner.relayLeg();
 }
 
-// Splits count from the start of the team, that of its first leg, also behind a mass start.
+// Splits count from the start of the team, that of its first leg, also behind a mass start. Where
+// nobody is listed for that leg, the time of the team after a later one tells it.
 Time startOf(const RelayTeam& team) {
-  if (team.members.empty() || !team.members.front().startKnown) return LRK_NO_TIME;
-  return team.members.front().runner.startTime();
+  for (const RelayMember& member : team.members) {
+    if (!member.startKnown) continue;
+    if (member.runner.relayLeg() == 1) return member.runner.startTime();
+    const Time time = member.standing.time;
+    const Time finish = member.runner.finishTime();
+    if (time > 0 && !isDisq(finish) && finish >= time) return finish - time;
+  }
+  return LRK_NO_TIME;
 }
 
 // Lists give the time since the team's start; some the time of day.
@@ -29,24 +35,15 @@ Time clockOf(Time time, Time teamStart, const LRKRunner& runner) {
   return LRK_NO_TIME;
 }
 
-// Controls whose order the list does not tell stand in the order of their times. Without a time a
-// control was not passed, or does not belong to the leg.
+// A control without a time was listed but not passed, or its time is of no use.
 void addSplits(RelayMember& member, Time teamStart, const LineNotes& notes) {
   LRKRunner& runner = member.runner;
-  std::vector<RelaySplit> passed;
   for (const RelaySplit& split : member.splits) {
-    if (isDisq(split.time)) continue;
-    const Time clock = clockOf(split.time, teamStart, runner);
-    if (isDisq(clock)) {
+    const Time clock = isDisq(split.time) ? LRK_NO_TIME : clockOf(split.time, teamStart, runner);
+    if (isDisq(clock) && !isDisq(split.time)) {
       notes("punch outside the leg at control", std::to_string(split.code));
-    } else {
-      passed.push_back({split.code, clock});
     }
-  }
-  std::stable_sort(passed.begin(), passed.end(),
-                   [](const RelaySplit& a, const RelaySplit& b) { return a.time < b.time; });
-  for (const RelaySplit& split : passed) {
-    if (runner.punches().add(split.time, split.code) < 0) notes("too many punches");
+    if (runner.punches().add(clock, split.code) < 0) notes("too many punches");
   }
 }
 
@@ -61,19 +58,15 @@ LRKRunner teamRunner(const RelayTeam& team) {
   runner.extraInfo(relayTeamKey(team.number));
   runner.relayTeam(team.name);
   runner.relayTeamID(team.number);
-  runner.status(team.status);
-  if (team.place > 0) runner.resultPlace(saturated<std::int16_t>(team.place));
   setClub(team, runner);
-  if (!team.members.empty()) {
-    runner.startTime(team.members.front().runner.startTime());
-    runner.finishTime(team.members.back().runner.finishTime());
-  }
+  const Time start = isDisq(team.start) ? startOf(team) : team.start;
+  if (!isDisq(start)) runner.startTime(start);
   return runner;
 }
 
 bool addTeam(RelayTeam& team, ReaderRun& run, ImportSession& session) {
   std::stable_sort(team.members.begin(), team.members.end(), byLeg);
-  if (!run.addRunner(teamRunner(team), LineNotes(session, team.line))) return false;
+  if (!run.addToRelay(teamRunner(team), team.standing, LineNotes(session, team.line))) return false;
   const Time teamStart = startOf(team);
   for (RelayMember& member : team.members) {
     LRKRunner& runner = member.runner;
@@ -82,7 +75,9 @@ bool addTeam(RelayTeam& team, ReaderRun& run, ImportSession& session) {
     runner.relayTeamID(team.number);
     setClub(team, runner);
     addSplits(member, teamStart, LineNotes(session, member.line, &runner));
-    if (!run.addRunner(std::move(runner), LineNotes(session, member.line))) return false;
+    if (!run.addToRelay(std::move(runner), member.standing, LineNotes(session, member.line))) {
+      return false;
+    }
   }
   return true;
 }
@@ -103,7 +98,6 @@ RelayTeam& RelayClass::team(std::optional<std::int32_t> number, std::string_view
 
 void RelayClass::add(RelayMember member, RelayTeam& team) {
   ++noOfMembers_;
-  team.lastLeg = std::max<int>(team.lastLeg, member.runner.relayLeg());
   team.members.push_back(std::move(member));
 }
 

@@ -25,6 +25,7 @@ struct RelayMember {
   int line = 0;
   bool startKnown = false;
   std::vector<RelaySplit> splits;
+  RelayStanding standing;  // of the team after the leg
 };
 
 struct RelayTeam {
@@ -33,9 +34,8 @@ struct RelayTeam {
   std::string name;
   std::string club;
   std::optional<std::int32_t> clubId;
-  enmStatus status = estaUnknown;  // unknown: what its members make of it
-  std::int32_t place = 0;          // 0: none
-  int lastLeg = 0;
+  Time start = LRK_NO_TIME;  // by the clock, where the list tells of the team as such
+  RelayStanding standing;    // in the end
   std::vector<RelayMember> members;
 };
 

@@ -4,6 +4,7 @@
 #include <span>
 #include <unordered_map>
 
+#include "larkstone/import/passing_order.hpp"
 #include "larkstone/import/readers/iof_relay.hpp"
 #include "larkstone/import/readers/iof_values.hpp"
 
@@ -90,6 +91,7 @@ class ClassReader {
       if (!addRunner(result)) return;
     }
     if (run_.category().noOfRunners() == 0) run_.dropCategory();
+    orderRadioControls(job_, run_.category());
     run_.endCategory();
   }
 
@@ -122,6 +124,12 @@ void IofNotes::operator()(std::string_view what, std::string_view text) const {
            quoted(std::string(element_.name) + " " + std::to_string(element_.number),
                   nameInNotes(runner_));
   });
+}
+
+void orderRadioControls(ReadJob& job, LRKCategory& category) {
+  if (!orderIfListedByCode(category)) return;
+  job.session.note("controls listed by code, put in the order of their times", {},
+                   [&] { return quoted("ClassResult", category.name()); });
 }
 
 void readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job, ReaderRun& run) {

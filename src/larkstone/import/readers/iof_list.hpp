@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,12 +26,11 @@ struct IofResult {
   int number = 0;  // of the PersonResult in its class, from 1
 };
 
-/// What a list says about a whole team, or about it after one of its legs.
-struct IofStanding {
+/// What a list says about a whole team; start and finish by the clock.
+struct IofTeam {
   Time start = 0;
   Time finish = LRK_NO_TIME;
-  Time time = LRK_NO_TIME;
-  std::optional<enmStatus> status;
+  RelayStanding standing;
 };
 
 /// Tells what of a runner could not be read.
@@ -70,10 +68,9 @@ struct IofVersion {
   void (*collectResults)(XmlNode holder, std::vector<IofResult>& results);
   void (*readRunner)(const IofResult& result, LRKRunner& runner, const IofNotes& notes);
   /// Everything about a team but its members.
-  void (*readTeam)(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofNotes& notes);
-  /// Where a team stands after the leg of a result; false when that is not told. None for lists
-  /// that never tell.
-  bool (*readStanding)(XmlNode result, IofStanding& standing, const IofNotes& notes);
+  void (*readTeam)(XmlNode team, LRKRunner& runner, IofTeam& listed, const IofNotes& notes);
+  /// Where a team stands after the leg of a member's result.
+  RelayStanding (*readStanding)(XmlNode result, const IofNotes& notes);
   const char* memberElement;  // of a team
   const char* legElement;     // of a member's result
   bool onlyWithSplits;        // individual runners without split times are left out
@@ -82,6 +79,10 @@ struct IofVersion {
 
 extern const IofVersion iofVersion2;
 extern const IofVersion iofVersion3;
+
+/// Speakers' lists have radio controls by their codes: puts these in the order of their times, with
+/// a note.
+void orderRadioControls(ReadJob& job, LRKCategory& category);
 
 /// Reads the classes below a ResultList into the event, as far as the run goes on.
 void readIofClasses(const IofVersion& version, XmlNode list, ReadJob& job, ReaderRun& run);

@@ -53,7 +53,7 @@ Code readControlCode(std::string_view text, const IofNotes& notes) {
 }
 
 void addSplit(const IofSplit& split, Time start, LRKRunner& runner, const IofNotes& notes) {
-  const bool valid = !isDisq(split.time) && !isDisq(start + split.time);
+  const bool valid = !isDisq(start) && !isDisq(split.time) && !isDisq(start + split.time);
   LRKPunches& punches = split.additional ? runner.extraPunches() : runner.punches();
   if (punches.add(valid ? start + split.time : LRK_NO_TIME, split.code) < 0) {
     notes("too many punches");

@@ -160,6 +160,7 @@ class RelayReader {
       if (!readTeam(static_cast<int>(i))) return;
     }
     setSplitOrigin();
+    orderRadioControls(job_, run_.category());
     run_.endRelay();
   }
 
@@ -183,7 +184,6 @@ class RelayReader {
   }
 
   void lookAt(const Member& member) {
-    if (member.leg <= mostRelayLegs) lastLeg_ = std::max(lastLeg_, member.leg);
     const auto date = startDate(member);
     if (date && (!firstDate_ || date->day < firstDate_->day)) firstDate_ = date;
   }
@@ -197,23 +197,21 @@ class RelayReader {
     Team& team = teams_[static_cast<std::size_t>(index)];
     LRKRunner runner;
     const IofNotes notes(job_.session, run_.category().name(), {"TeamResult", index + 1}, runner);
-    IofStanding standing;
-    version_.readTeam(team.node, runner, standing, notes);
+    IofTeam listed;
+    version_.readTeam(team.node, runner, listed, notes);
     std::vector<LRKRunner> members;
     for (const Member& member : team.members) {
       members.push_back(readMember(member, index, runner));
-      if (member.leg == 1) useStart(members.back().startTime(), standing.start);
-      if (member.leg == lastLeg_) readStanding(member.result.result, standing, notes);
+      if (member.leg == 1) useStart(members.back().startTime(), listed.start);
     }
-    team.start = standing.start;
-    runner.startTime(standing.start);
-    if (!isDisq(standing.time)) standing.finish = standing.start + standing.time;
-    runner.finishTime(standing.finish);
-    if (standing.status) runner.status(*standing.status);
+    team.start = listed.start;
+    runner.startTime(listed.start);
+    runner.finishTime(listed.finish);
     runner.extraInfo(relayTeamKey(index + 1));
-    if (!run_.addRunner(std::move(runner), notes)) return false;
-    for (LRKRunner& member : members) {
-      if (!run_.addRunner(std::move(member), notes)) return false;
+    if (!run_.addToRelay(std::move(runner), listed.standing, notes)) return false;
+    for (std::size_t i = 0; i < members.size(); ++i) {
+      const RelayStanding standing = version_.readStanding(team.members[i].result.result, notes);
+      if (!run_.addToRelay(std::move(members[i]), standing, notes)) return false;
     }
     return true;
   }
@@ -221,18 +219,6 @@ class RelayReader {
   static void useStart(Time start, Time& teamStart) {
     const bool isKnown = start > 0 && !isDisq(start);
     if (isKnown && (teamStart == 0 || start < teamStart)) teamStart = start;
-  }
-
-  // Of parallel members on the last leg the one who counts.
-  void readStanding(XmlNode result, IofStanding& team, const IofNotes& notes) const {
-    if (version_.readStanding == nullptr) return;
-    IofStanding standing;
-    if (!version_.readStanding(result, standing, notes)) return;
-    const bool slowest = job_.parallelMode == erpmSlowestTime;
-    const bool counts = slowest ? standing.time > team.time : standing.time < team.time;
-    if (team.status && !counts) return;
-    team.time = standing.time;
-    team.status = standing.status;
   }
 
   LRKRunner readMember(const Member& member, int team, const LRKRunner& teamRunner) {
@@ -287,7 +273,6 @@ class RelayReader {
   ReaderRun& run_;
   std::vector<Team> teams_;
   std::unordered_map<std::string, std::size_t> teamIndices_;
-  int lastLeg_ = 0;
   std::optional<Date> firstDate_;
 };
 

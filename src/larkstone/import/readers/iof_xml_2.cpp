@@ -1,6 +1,7 @@
 // IOF XML 2.0.3 and before: clock times and running times as texts.
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,10 @@ void readOrganiser(XmlNode club, LRKEvent& event) {
   if (!country.name.empty()) event.organiserCountry(std::move(country.name));
 }
 
+std::optional<Date> eventDateOf(XmlNode date) {
+  return dateOf(date.text(), date.attribute("dateFormat"));
+}
+
 void readEvent(XmlNode list, LRKEvent& event) {
   ifAttribute(list, "status", [&](std::string_view text) {
     event.resultListStatus(resultListStatusFromIof(text));
@@ -41,8 +46,8 @@ void readEvent(XmlNode list, LRKEvent& event) {
          [&](enmIDType type) { event.idType(type); },
          [&](std::string manager) { event.IDManager(std::move(manager)); });
   ifText(node.child("Name"), [&](std::string text) { event.name(std::move(text)); });
-  if (const auto date = dateOf(node.textAt("StartDate/Date"))) event.eventDate(*date);
-  if (const auto date = dateOf(node.textAt("FinishDate/Date"))) event.endDate(*date);
+  if (const auto date = eventDateOf(node.at("StartDate/Date"))) event.eventDate(*date);
+  if (const auto date = eventDateOf(node.at("FinishDate/Date"))) event.endDate(*date);
   readOrganiser(node.at("Organiser/Club"), event);
 }
 
@@ -247,7 +252,8 @@ IofSplit readSplit(XmlNode element, const IofNotes& notes) {
   IofSplit split;
   for (XmlNode field = element.firstChild(); field; field = field.next()) {
     if (field.is("Time")) {
-      const std::string_view text = field.text(pieces);
+      const XmlNode clock = field.child("Clock");
+      const std::string_view text = (clock ? clock : field).text(pieces);
       split.time = runningTimeOf(text);
       noteTime(notes, "unreadable split time", split.time, text);
     } else if (field.is("ControlCode") || field.is("Control")) {
@@ -302,16 +308,19 @@ void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
   readTimes(readFields(result.result, runner, notes), runner, notes);
 }
 
-void readTeam(XmlNode team, LRKRunner& runner, IofStanding& standing, const IofNotes& notes) {
+void readTeam(XmlNode team, LRKRunner& runner, IofTeam& listed, const IofNotes& notes) {
   ifText(team.child("TeamName"), [&](std::string text) { runner.name(std::move(text)); });
-  readClubCountry(countryWithin(team), runner);
+  readClub(team, runner);
   const Time start = clockOf(team.child("StartTime"), notes);
-  if (!isDisq(start)) standing.start = start;
-  standing.finish = clockOf(team.child("FinishTime"), notes);
-  standing.time = timeOf(team.child("Time"), notes);
+  if (!isDisq(start)) listed.start = start;
+  listed.finish = clockOf(team.child("FinishTime"), notes);
+  listed.standing.time = timeOf(team.child("Time"), notes);
+  listed.standing.place = integerOf(team.textAt("ResultPosition")).value_or(0);
   ifAttribute(team.child("TeamStatus"), "value",
               [&](std::string_view text) { runner.status(readStatus(text, notes)); });
 }
+
+RelayStanding readStanding(XmlNode, const IofNotes&) { return {}; }  // never told
 
 }  // namespace
 
@@ -322,7 +331,7 @@ const IofVersion iofVersion2 = {importedFrom,
                                 collectResults,
                                 readRunner,
                                 readTeam,
-                                nullptr,
+                                readStanding,
                                 "PersonResult",
                                 "TeamSequence",
                                 /*onlyWithSplits=*/true,

@@ -74,30 +74,73 @@ void readClass(XmlNode classResult, LRKCategory& category) {
   readFirstNumber(node, [&](std::int32_t id) { category.ID(id); });
   ifText(node.child("Name"), [&](std::string text) { category.name(std::move(text)); });
   ifText(node.child("ShortName"), [&](std::string text) { category.shortName(std::move(text)); });
+  if (category.name().empty()) category.name(category.shortName());
 }
 
 void readCourse(XmlNode course, LRKCategory& category) {
   readLength(course.child("Length"), [&](Length length) { category.courseLength(length); });
 }
 
-// A result without a race number belongs to the race of its place among the person's results. In a
-// team several persons may stand side by side, each before his results.
-void collectResults(XmlNode holder, std::vector<IofResult>& results) {
-  IofResult found{holder, {}, {}, {}};
-  int place = 0;
-  for (XmlNode child = holder.firstChild(); child; child = child.next()) {
+// The results of one person among the children of a holder.
+struct PersonsResults {
+  XmlNode person;
+  XmlNode organisation;
+  XmlNode following;  // a second club, which is the next person's
+  std::vector<IofResult> results;
+};
+
+// In a team several persons may stand side by side, each before or behind his results; a person's
+// club stands anywhere, and is the one before where he has none. A result without a race number
+// belongs to the race of its place.
+class ResultCollector {
+ public:
+  explicit ResultCollector(std::vector<IofResult>& results) : results_(results) {}
+
+  void collect(XmlNode holder) {
+    const std::size_t before = results_.size();
+    for (XmlNode child = holder.firstChild(); child; child = child.next()) take(holder, child);
+    endPerson();
+    if (results_.size() == before) results_.push_back({holder, now_.person, club_, {}});
+  }
+
+ private:
+  void take(XmlNode holder, XmlNode child) {
     if (child.is("Person")) {
-      found.person = child;
+      if (now_.person) beginNext();
+      now_.person = child;
     } else if (child.is("Organisation") || child.is("Organization")) {
-      found.organisation = child;
+      (now_.organisation ? now_.following : now_.organisation) = child;
     } else if (child.is("Result")) {
-      ++place;
-      found.result = child;
-      found.race = integerOf(child.attribute("raceNumber")).value_or(place);
-      results.push_back(found);
+      if (++place_ == 1) resultsFirst_ = !now_.person;
+      if (resultsFirst_ && now_.person) beginNext();
+      const int race = integerOf(child.attribute("raceNumber")).value_or(place_);
+      now_.results.push_back({holder, {}, {}, child, race});
     }
   }
-  if (!found.result) results.push_back(found);
+
+  void endPerson() {
+    if (now_.organisation) club_ = now_.organisation;
+    for (IofResult& result : now_.results) {
+      result.person = now_.person;
+      result.organisation = club_;
+      results_.push_back(result);
+    }
+  }
+
+  void beginNext() {
+    endPerson();
+    now_ = {{}, now_.following, {}, {}};
+  }
+
+  std::vector<IofResult>& results_;
+  PersonsResults now_;
+  XmlNode club_;
+  int place_ = 0;
+  bool resultsFirst_ = false;
+};
+
+void collectResults(XmlNode holder, std::vector<IofResult>& results) {
+  ResultCollector(results).collect(holder);
 }
 
 void readPerson(XmlNode person, LRKRunner& runner, const IofNotes& notes) {
@@ -198,24 +241,26 @@ void readRunner(const IofResult& result, LRKRunner& runner, const IofNotes& note
                    runner);
 
   const ResultFields fields = readFields(result.result, runner, notes);
-  const Time start = isDisq(fields.start) ? 0 : fields.start;
+  const bool hasTime = !isDisq(fields.time);
+  const Time start = isDisq(fields.start) && hasTime ? 0 : fields.start;
   runner.startTime(start);
-  runner.finishTime(isDisq(fields.time) ? LRK_NO_TIME : start + fields.time);
+  runner.finishTime(hasTime && !isDisq(start) ? start + fields.time : LRK_NO_TIME);
   for (const IofSplit& split : fields.splits) addSplit(split, start, runner, notes);
 }
 
-void readTeam(XmlNode team, LRKRunner& runner, IofStanding&, const IofNotes&) {
+void readTeam(XmlNode team, LRKRunner& runner, IofTeam&, const IofNotes&) {
   ifText(team.child("Name"), [&](std::string text) { runner.name(std::move(text)); });
   readOrganisation(organisationIn(team), runner);
 }
 
-bool readStanding(XmlNode result, IofStanding& standing, const IofNotes& notes) {
+RelayStanding readStanding(XmlNode result, const IofNotes& notes) {
   const XmlNode overall = result.child("OverallResult");
-  if (!overall) return false;
+  RelayStanding standing;
   standing.time = timeOf(overall.textAt("Time"), "unreadable time", notes);
+  standing.place = integerOf(overall.textAt("Position")).value_or(0);
   ifText(overall.child("Status"),
          [&](const std::string& text) { standing.status = readStatus(text, notes); });
-  return true;
+  return standing;
 }
 
 }  // namespace
