@@ -48,8 +48,12 @@ const std::string solvPage =
     "    1.   0.40 (2)         --  ()\n"
     "   131   0.40 (2)  Zi     --  ()\n\n" +
     solvRunner("", "Ida Drei", "  ", "Klub zu neunzehn Z.", "n. gest.") +
-    solvRunner("", "Max Vier", "  ", "Club A", "a.K.") +
-    solvRunner(" 12.", "Uwe F\u00FCnf", "60", "Club A", "9:14") + "</pre>\n" +
+    solvRunner("", "Max Vier", "  ", "Club A", "verl.") +
+    solvRunner("", "Ute Acht", "  ", "Club A", "a.K.") +
+    solvRunner(" 12.", "Uwe F\u00FCnf", "60", "Club A", "9:14") +
+    solvRunner("", "Ada Sechs", "  ", "Club A", "n.kl.") +
+    "    1.     89 (1)  2.  90.05 (1)\n"
+    "   131     89 (1) 142   1.05 (1)\n</pre>\n" +
     "<b><a href='b'>D10</a></b>\n<pre>(1 Po.)  0 Teilnehmer\n</pre></html>\n";
 
 const std::string solvRead =
@@ -61,8 +65,10 @@ const std::string solvRead =
     "name=Eva Zwei birthDate=1985-01-01 birthDateFormat=yyyy courseName=2 |S 0, 131 4000, F -||6\n"
     "name=Ida Drei club=Klub zu neunzehn Z. courseName=3 |S 0, F -||10\n"
     "name=Max Vier club=Club A courseName=3 |S 0, F -||14\n"
+    "name=Ute Acht club=Club A courseName=3 |S 0, F -||9\n"
     "name=Uwe F\u00FCnf club=Club A birthDate=1960-01-01 birthDateFormat=yyyy courseName=3 |"
     "S 0, F 55400||0\n"
+    "name=Ada Sechs club=Club A courseName=4 |S 0, 131 534000, 142 540500, F -||9\n"
     "D10|\n";
 
 const std::string pirilaPage =
@@ -78,9 +84,11 @@ const std::string pirilaPage =
     "     Kilpailun ulkopuolella          \n"
     "  7. Outi Ajat                 15.35      \n"
     "  8.                              4-30\n"
+    "  9. Tiina Tulos                   4-30       4-1.30\n"
     "</PRE>\n\n<H3>H21 A   Rastiv\u00E4lien ajat\n\n</H3><PRE>\n"
     "Sija  Nimi                         0-1          1-M      Tulos\n\n"
-    "  1. Matti Malli                   2-26        1-37      12.50\n</PRE>\n"
+    "  9. Tiina Tulos                   4-30        4-60      14.10\n"
+    "  1. M\u00E4tti Malli                   2-26        1-37      99.99\n</PRE>\n"
     "<H3>D21   Tilanne rasteilla klo 12.30\n\n</H3><PRE>\n"
     "Sija  Nimi                          1.      Tulos\n</PRE>\n"
     "<H3>D35   Tilanne rasteilla</H3>\n<PRE>no header\n</PRE>\n</HTML>\n";
@@ -94,8 +102,9 @@ const std::string pirilaRead =
     "name=Keijo Kesken courseName=1 |S 0, 31 -, 32 -, F -||7\n"
     "name=Veera Virhe courseName=1 |S 0, 31 3000, 32 -, F -||6\n"
     "name=Dan D courseName=1 |S 0, 31 3000, 32 9000, F -||8\n"
-    "name=Kilpailun ulkopuolel courseName=2 |S 0, F -||14\n"
+    "name=Kilpailun ulkopuolell courseName=2 |S 0, F -||14\n"
     "name=Outi Ajat courseName=2 |S 0, F 93500||0\n"
+    "name=Tiina Tulos courseName=1 |S 0, 31 3000, 32 9000, F 85000||0\n"
     "D21|\nD35|\n";
 
 struct PageFormat {
@@ -154,12 +163,12 @@ TEST_F(PagesTest, WhatIsDroppedIsNamedWithItsLine) {
   };
   EXPECT_THAT(noted(formats[0]),
               ElementsAre("line 11 \"J\u00F6rg Muster\": code of a control \"-7\"",
-                          "line 21 \"Max Vier\": result \"a.K.\""));
+                          "line 21 \"Max Vier\": result \"verl.\""));
   EXPECT_THAT(noted(formats[1]),
               ElementsAre("line 11 \"Veera Virhe\": time of a control \"x\"",
                           "line 15: no name in \"8.                              "
                           "4-30\"",
-                          "line 31: no controls in \"no header\""));
+                          "line 33: no controls in \"no header\""));
 }
 
 TEST_F(PagesTest, AnOldSolvPageHasItsEventInTheFirstBlock) {

@@ -200,7 +200,7 @@ constexpr std::string_view olaPage =
     "<h1>Spring, Day 2</h1><h2>2004-05-02</h2><table><tr><td>menu</td></tr></table>\n"
     "<table><tr><td><b>D21</b></td><td>12 starts</td><td>4 200 m</td></tr><tr><th>Plac</th></tr>\n"
     "<tr valign=top><td>1</td><td>Eva&nbsp;Ek<br>OK &Ouml;</td><td>32:01</td>"
-    "<td>3:38<br>31:10 (2)</td><td><b>5:57</b><br>32:01</td><td>7:00<br>&nbsp;</td></tr>\n"
+    "<td>3:38<br>31:10 (2)</td><td><b>5:57</b><br>32:00</td><td>7:00<br>&nbsp;</td></tr>\n"
     "<tr valign=top><td></td><td>Ida</td><td>Ej godk.</td><td>3:48<br>x</td></tr>\n"
     "<tr valign=top><td></td><td>Bo</td><td>disk</td></tr>\n</table>\n"
     "Skapad med OLA version 4.2</body>";
@@ -208,16 +208,30 @@ constexpr std::string_view olaRead =
     "D21 420000: Eva Ek, OK Ö, 0: S 0, 31 21800, 32 35700, 33 42000, 34 187000, F 192100; "
     "Ida, , 7: S 0, 31 22800, 32 -, 33 -, 34 -, F -; Bo, , 8: S 0, 31 -, 32 -, 33 -, 34 -, F -";
 
+// Times of the legs beside those from the start; a first row that lacks the last one.
+constexpr std::string_view olaTimes =
+    "med OLA version 5<table><tr><td>H21</tr>"
+    "<tr valign=top><td>AK<td>Per<td>9:00<td>1:00 (1)<br>1:00<td>2:30<br>1:30<td>&nbsp;</tr>"
+    "<tr "
+    "valign=top><td>2<td>Ola<td>disk<td>1:10<br>1:10<td>2:20<br>1:10<td>9:59<br>7:39</tr></table>"
+    "<table><tr><td>H10</tr><tr "
+    "valign=top><td>1<td>Bo<td>3:00<td>1:00<br>1:00<br>+0<td>0:30<br>1:30"
+    "<td>1:30<br>3:00<td>2:00<br>&nbsp;<br>&nbsp;</tr></table>";
+constexpr std::string_view olaTimesRead =
+    "H21 0: Per, , 9: S 0, 31 6000, 32 15000, F 54000; "
+    "Ola, , 8: S 0, 31 7000, 32 14000, F 59900\n"
+    "H10 0: Bo, , 0: S 0, 31 6000, 32 9000, F 18000";
+
 const std::string eTimingPage =
     "<title>eTiming</title><h1>Spring</h1><h3>OK North</h3>\n<h2>D21  4.2 km</h2><table></table>\n"
     "<pre>\n  1(101)   2(102)  F\n" +
     aligned("<b>  1 Ek, Eva", 47, {"32:01", "OK Sk&ouml;ld</b>"}, 17) +
     " 3:38    <b>5:57</b>  32:01\n 3:38  2:19  26:04\n" +
-    aligned("<b>  2 Bo Berg", 47, {"33:01"}).substr(0, 47) +
-    "</b>\n --  5:50  33:01\n     5:50  27:11\ndisk\n</pre>\n<h2><a name=h>H21</a> 5,1 km"
+    aligned("<b>  AK Bo Berg", 47, {"33.01"}).substr(0, 47) +
+    "</b>\n --  5.50  33.01\n     5.50  27.11\ndisk\n</pre>\n<h2><a name=h>H21</a> 5,1 km"
     "</h2><pre><b>Per</b>\n1:00\n3:00\n";
 constexpr std::string_view eTimingRead =
-    "D21 420000: Eva Ek, OK Sköld, 0: S 0, 101 21800, 102 35700, F 192100; Bo Berg, , 0: S 0, "
+    "D21 420000: Eva Ek, OK Sköld, 0: S 0, 101 21800, 102 35700, F 192100; Bo Berg, , 9: S 0, "
     "101 -, 102 35000, F 198100\nH21 510000: Per, , 0: S 0, 31 6000, F 18000";
 
 TEST_F(SplitListsTest, OlaAndETiming) {
@@ -226,6 +240,7 @@ TEST_F(SplitListsTest, OlaAndETiming) {
   EXPECT_EQ(event.name(), "Spring");
   EXPECT_EQ(event.importedFrom(), "OLA 4.2 HTML");
   EXPECT_EQ(toIsoText(event.startDate()), "2004-05-02");
+  EXPECT_EQ(imported(olaTimes), olaTimesRead);
   EXPECT_EQ(imported(eTimingPage), eTimingRead);
   EXPECT_EQ(event.organiser(), "OK North");
   EXPECT_EQ(event.importedFrom(), "eTiming");
@@ -245,6 +260,15 @@ TEST_F(SplitListsTest, OlaAndETiming) {
       EXPECT_TRUE(got.empty() || got == (isOla ? "code 11" : "code 10") || got.starts_with("D"))
           << got;
     }
+  }
+}
+
+TEST_F(SplitListsTest, APageWithoutAHeadingLeavesTheNameOfTheEvent) {
+  event.name("Known");
+  for (const char* const page :
+       {"<h2>eTiming</h2>", "med OLA version 4", "<title></title>SPORTident results<pre></pre>"}) {
+    EXPECT_EQ(imported(page), page[1] == 'h' ? "eTiming 0:" : "");
+    EXPECT_EQ(event.name(), "Known") << page;
   }
 }
 

@@ -30,6 +30,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
@@ -41,9 +42,16 @@ constexpr int firstUnknownCode = 31;
 
 bool isMissing(std::string_view time) { return time.find_first_not_of("-.") == nowhere; }
 
+// "3:38", "3.38" or "1.05.41": a number alone and "1." are no times.
+bool hasSeconds(std::string_view text) {
+  const auto stop = text.rfind('.');
+  return text.find(':') != nowhere ||
+         (stop != nowhere && stop > 0 && text.size() == stop + 3 && text.front() != '.');
+}
+
 // A time, or what stands in for a missing one.
 bool isTimeWord(const Word& word) {
-  return isMissing(word.text) || (word.text.find(':') != nowhere && isTimeText(word.text));
+  return isMissing(word.text) || (isTimeText(word.text) && hasSeconds(word.text));
 }
 
 bool hasLetter(std::string_view text) {
@@ -177,7 +185,9 @@ class ETimingReader {
     const std::vector<PageLine> lines = linesOf(text, line);
     if (lines.empty()) return;
     const Time result = readPerson(lines.front().text, runner);
-    runner.status(estaOK);
+    const std::vector<Word> words = wordsOf(lines.front().text);
+    const std::string_view place = words.empty() ? std::string_view() : words.front().text;
+    runner.status(statusByPlace(place, estaOK));
     runner.startTime(0);
     if (run_.category().courseLengthSet()) runner.courseLength(run_.category().courseLength());
     const PassingTimes passings = readPassings(lines, notes);
@@ -214,6 +224,8 @@ class ETimingReader {
     const std::string_view place = words.empty() ? std::string_view() : words.front().text;
     if (const auto number = wholeNumber(place.substr(0, place.find('.')))) {
       runner.resultPlace(saturated<std::int16_t>(leadingInteger(place)));
+      begin = words.front().end;
+    } else if (isNotCompetingWord(place)) {
       begin = words.front().end;
     }
     Time result = LRK_NO_TIME;
@@ -267,8 +279,10 @@ std::int32_t readETimingHtml(ReadJob& job) {
   if (!isRead || !hasHeading || !containsNoCase(page, "etiming")) {
     return LRK_IMPORT_ETIMING_HTML_INVALID_FORMAT;
   }
-  job.event.name(elementText(page, "h1"));
-  if (hasTag(page, "h3")) job.event.organiser(elementText(page, "h3"));
+  if (std::string name = elementText(page, "h1"); !name.empty()) job.event.name(std::move(name));
+  if (std::string organiser = elementText(page, "h3"); !organiser.empty()) {
+    job.event.organiser(std::move(organiser));
+  }
   return ETimingReader(job, page, file.count()).read();
 }
 

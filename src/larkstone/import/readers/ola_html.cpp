@@ -1,5 +1,6 @@
 // OLA's page of split times: a table for each class. The times of a runner fill a grid, row by row:
-// each cell holds a column of it, a time a line. The last one is the finish.
+// each cell holds a column of it, a time a line, or two or three lines a time where those of the
+// legs stand beside. The last one is the finish; the result in the third cell counts more.
 //
 //   <h1>Spring Sprint, Sunday</h1>  <h2>2004-05-02</h2>
 //   <table>
@@ -12,6 +13,8 @@
 //   Skapad med OLA version 4.2.1</body>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,6 +31,7 @@
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_page.hpp"
 #include "larkstone/import/scan/text_lines.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
@@ -53,30 +57,97 @@ bool isRunnerRow(std::string_view row) {
   return false;
 }
 
-// The times of a runner in the order of the course; empty texts at the end do not count. Cells of
-// very different height stand for a damaged page: its grid is cut off.
+// The cells of a runner's times, line by line. Cells of very different height stand for a damaged
+// page: the grid is cut off.
 struct Grid {
   explicit Grid(const std::vector<std::string_view>& cells) {
     constexpr std::size_t firstColumn = 3;
     constexpr std::size_t mostTimes = 1000;
-    std::vector<std::vector<std::string>> columns;
-    std::size_t height = 0;
     for (std::size_t i = firstColumn; i < cells.size(); ++i) {
       columns.push_back(linesOf(cells[i]));
       height = std::max(height, columns.back().size());
     }
     isCut = columns.size() > 1 && height > 1 && columns.size() * height > mostTimes;
     if (isCut) height = std::max<std::size_t>(mostTimes / columns.size(), 1);
-    for (std::size_t line = 0; line < height; ++line) {
-      for (std::vector<std::string>& column : columns) {
-        times.push_back(line < column.size() ? std::move(column[line]) : std::string());
-      }
-    }
-    while (!times.empty() && times.back().empty()) times.pop_back();
   }
 
-  std::vector<std::string> times;
+  std::string text(std::size_t line, std::size_t column) const {
+    return line < columns[column].size() ? columns[column][line] : std::string();
+  }
+
+  std::vector<std::vector<std::string>> columns;
+  std::size_t height = 0;
   bool isCut = false;
+};
+
+bool isMissing(std::string_view text) { return text.find_first_not_of('-') == std::string::npos; }
+
+Time timeOf(std::string_view text) {
+  return isMissing(text) ? LRK_NO_TIME : stringToTime(textBefore(text, " "), etacAuto, true);
+}
+
+// How many lines each control has in its cell, and which of them is the time from the start.
+struct GridLayout {
+  std::size_t linesPerControl = 1;
+  std::size_t running = 0;
+
+  // The texts of one of the lines in the order of the course; empty ones at the end do not count.
+  std::vector<std::string> texts(const Grid& grid, std::size_t line) const {
+    std::vector<std::string> result;
+    for (; line < grid.height; line += linesPerControl) {
+      for (std::size_t i = 0; i < grid.columns.size(); ++i) result.push_back(grid.text(line, i));
+    }
+    while (!result.empty() && result.back().empty()) result.pop_back();
+    return result;
+  }
+  std::vector<std::string> times(const Grid& grid) const { return texts(grid, running); }
+
+  // How many times of the other line are those of the legs, less those that are not.
+  int evidence(const Grid& grid) const {
+    const std::vector<std::string> totals = times(grid);
+    const std::vector<std::string> legs = texts(grid, running == 0 ? 1 : 0);
+    int count = 0;
+    Time before = 0;
+    for (std::size_t i = 0; i < totals.size(); ++i) {
+      const Time total = timeOf(totals[i]);
+      const Time leg = i < legs.size() ? timeOf(legs[i]) : LRK_NO_TIME;
+      if (!isDisq(before) && !isDisq(total) && !isDisq(leg)) {
+        count += std::int64_t{total} - before == leg ? 1 : -1;
+      }
+      before = total;
+    }
+    return count;
+  }
+};
+
+// What all runners of a class show together: the layout and the number of times.
+class ClassGrid {
+ public:
+  void add(const Grid& grid) {
+    for (Candidate& candidate : candidates_) {
+      const bool several = candidate.layout.linesPerControl > 1;
+      candidate.evidence += several ? candidate.layout.evidence(grid) : 0;
+      candidate.count = std::max(candidate.count, candidate.layout.times(grid).size());
+    }
+  }
+
+  const GridLayout& layout() const { return best().layout; }
+  std::size_t noOfTimes() const { return best().count; }
+
+ private:
+  struct Candidate {
+    GridLayout layout;
+    int evidence = 0;
+    std::size_t count = 0;
+  };
+
+  const Candidate& best() const {
+    return *std::max_element(
+        candidates_.begin(), candidates_.end(),
+        [](const Candidate& a, const Candidate& b) { return a.evidence < b.evidence; });
+  }
+
+  std::array<Candidate, 5> candidates_ = {{{{1, 0}}, {{2, 0}}, {{2, 1}}, {{3, 0}}, {{3, 1}}}};
 };
 
 class OlaReader {
@@ -96,7 +167,14 @@ class OlaReader {
 
  private:
   void readTable(HtmlPage table) {
-    noOfControls_ = -1;
+    grid_ = ClassGrid();
+    for (HtmlPage rows = table;;) {
+      const std::string_view row = rows.readThrough({"/tr"});
+      if (isRunnerRow(row)) grid_.add(Grid(cellsOf(row)));
+      if (rows.tag().empty()) break;
+    }
+    noOfControls_ = static_cast<int>(std::min<std::size_t>(grid_.noOfTimes(), LRK_MAX_LIST - 1));
+    hasRunner_ = false;
     bool hasHeading = false;
     do {
       const int line = table.line();
@@ -130,10 +208,8 @@ class OlaReader {
     LRKRunner runner;
     const LineNotes notes(job_.session, line, &runner);
     const Grid grid(cells);
-    if (noOfControls_ < 0) {
-      run_.beginCategory(heading_);
-      noOfControls_ = static_cast<int>(std::min<std::size_t>(grid.times.size(), LRK_MAX_LIST - 1));
-    }
+    if (!hasRunner_) run_.beginCategory(heading_);
+    hasRunner_ = true;
     if (cells.size() < 3) {
       notes("row without a result");
       return;
@@ -144,8 +220,11 @@ class OlaReader {
     if (!club.empty()) runner.club(club);
     if (run_.category().courseLengthSet()) runner.courseLength(run_.category().courseLength());
     const Time result = readResult(lineText(cells[2]), runner);
-    readTimes(grid, runner, notes);
-    if (isDisq(runner.finishTime())) runner.finishTime(result);
+    const std::string place = lineText(cells[0]);
+    if (isNotCompetingWord(place)) runner.status(statusByPlace(place, runner.status()));
+    readTimes(grid_.layout().times(grid), runner, notes);
+    if (grid.isCut) notes("more times than controls");
+    if (!isDisq(result)) runner.finishTime(result);
     run_.addRunner(std::move(runner), notes);
   }
 
@@ -156,24 +235,23 @@ class OlaReader {
     return time;
   }
 
-  void readTimes(const Grid& grid, LRKRunner& runner, const LineNotes& notes) const {
+  void readTimes(const std::vector<std::string>& times, LRKRunner& runner,
+                 const LineNotes& notes) const {
     runner.startTime(0);
-    const auto known = static_cast<int>(std::min<std::size_t>(grid.times.size(), LRK_MAX_LIST));
+    const auto known = static_cast<int>(std::min<std::size_t>(times.size(), LRK_MAX_LIST));
     const int last = std::min(noOfControls_, std::max(known, mostControlsWithoutTimes));
     for (int position = 1; position <= last; ++position) {
       Time time = LRK_NO_TIME;
       if (position <= known) {
-        const std::string& text = grid.times[static_cast<std::size_t>(position - 1)];
-        time = stringToTime(textBefore(text, " "), etacAuto, true);  // a place may follow
-        if (isDisq(time) && text.find_first_not_of('-') != std::string::npos) {
-          notes("unreadable time", text);
-        }
+        const std::string& text = times[static_cast<std::size_t>(position - 1)];
+        time = timeOf(text);  // a place may follow
+        if (isDisq(time) && !isMissing(text)) notes("unreadable time", text);
       }
       const int code = std::min<int>(codeBeforeFirst + position, LRK_START_CODE - 1);
       runner.punches().add(time,
                            position < noOfControls_ ? static_cast<Code>(code) : LRK_FINISH_CODE);
     }
-    if (grid.isCut || known > noOfControls_) notes("more times than controls");
+    if (known > noOfControls_) notes("more times than controls");
     if (!runner.punches().finishExists()) runner.finishTime(LRK_NO_TIME);
   }
 
@@ -182,7 +260,10 @@ class OlaReader {
   HtmlPage page_;
   int lines_;
   LRKCategory heading_;
-  int noOfControls_ = -1;  // of the class in this table; -1 before its first runner
+  // Of the class in this table:
+  ClassGrid grid_;
+  int noOfControls_ = 0;
+  bool hasRunner_ = false;
 };
 
 // "4.2.1" of the footer "... med OLA version 4.2.1</body>".
@@ -201,7 +282,8 @@ std::int32_t readOlaHtml(ReadJob& job) {
   if (!isRead || (!hasFooter && !containsNoCase(page, "<tr valign"))) {
     return LRK_IMPORT_OLA_HTML_INVALID_FORMAT;
   }
-  job.event.name(std::string(textBefore(elementText(page, "h1"), ", ")));
+  const std::string heading = elementText(page, "h1");
+  if (!heading.empty()) job.event.name(std::string(textBefore(heading, ", ")));
   if (const auto date = dateOf(elementText(page, "h2"))) job.event.startDate(*date);
   const std::string version = versionOf(page);
   return OlaReader(job, page, file.count())

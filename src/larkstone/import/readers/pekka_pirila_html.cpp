@@ -1,5 +1,6 @@
 // Split lists of Pekka Pirilä's programs: two blocks for each class, the state at the controls
-// ("Tilanne rasteilla"), which is read, and the times of the legs, which follow from it.
+// ("Tilanne rasteilla"), which is read, and the times of the legs ("Rastivälien ajat"), which
+// follow from it; only the result of a line that lacks it above is taken from them.
 //
 //     <H3>H21   Tilanne rasteilla
 //
@@ -36,7 +37,8 @@ namespace {
 
 constexpr std::string_view stateAtControls = "Tilanne rasteilla";
 constexpr std::size_t nameStart = 5;
-constexpr std::size_t nameWidth = 20;
+constexpr std::string_view legTimes = "Rastivälien ajat";
+constexpr std::size_t nameWidth = 21;
 constexpr std::size_t timesStart = 26;
 constexpr std::size_t timeWidth = 13;
 constexpr std::size_t resultWidth = 10;
@@ -47,31 +49,34 @@ constexpr StatusWord statusWords[] = {
     {"kesk", estaDidNotFinish}, {"dnf", estaDidNotFinish}, {"dq", estaDisqualified},
 };
 
-// The class that a heading is about; nothing for a heading of another kind. Pages of other programs
-// write these words in small letters.
-std::optional<std::string> classNameOf(std::string_view heading) {
-  const std::string text = lineText(heading);
-  const std::string_view name = textBefore(text, stateAtControls);
+// The class whose block of that kind a heading is about; nothing for a heading of another kind.
+// Pages of other programs write these words in small letters.
+std::optional<std::string> classNameOf(const std::string& text, std::string_view kind) {
+  const std::string_view name = textBefore(text, kind);
   if (name.size() == text.size()) return std::nullopt;
   return std::string(trimmed(name));
 }
 
-// The number of the last control, which stands before the word for the result in the header of a
-// block; 0 when there is none.
-int lastControlOf(std::string_view header) {
+// The last column of times: what stands before the word for the result in the header of a block.
+std::string_view lastColumnOf(std::string_view header) {
   header = trimmed(header);
-  if (header.size() < resultWidth) return 0;
-  header = trimmed(header.substr(0, header.size() - resultWidth));
-  header = trimmed(header.substr(header.size() - std::min<std::size_t>(header.size(), 4)));
-  if (!header.ends_with('.')) return 0;
-  const auto number = wholeNumber(header.substr(0, header.size() - 1));
+  header = trimmed(header.substr(0, header.size() - std::min(header.size(), resultWidth)));
+  return trimmed(header.substr(header.size() - std::min<std::size_t>(header.size(), 4)));
+}
+
+// The number of a column: of its control "12." or of the leg "12-M", which begins there. 0 when it
+// is none.
+int numberOf(std::string_view column, std::string_view end) {
+  if (!column.ends_with(end)) return 0;
+  const auto number = wholeNumber(column.substr(0, column.size() - end.size()));
   return number && *number > 0 ? static_cast<int>(*number) : 0;
 }
 
-// The name, and where it fills its column the whole one from the end of the line.
+// The name, and where it fills its column (some programs leave the last place blank) the whole one
+// from the end of the line.
 std::string nameOf(std::string_view line, std::size_t resultStart) {
   const std::string_view name = columnText(line, nameStart, nameStart + nameWidth);
-  if (name.size() == nameWidth) {
+  if (name.size() + 1 >= nameWidth) {
     for (const std::size_t start : {resultStart, resultStart + resultWidth}) {
       const std::string_view whole = columnText(line, start);
       if (whole.starts_with(name)) return utf8FromWindows1252(whole);
@@ -89,6 +94,7 @@ class PekkaPirilaReader {
  private:
   bool readClass(HtmlPage& page, std::string name);
   bool readRunner(const PageLine& pageLine, int controls);
+  void readResults(HtmlPage& page);
   void readTimes(std::string_view line, int controls, const LineNotes& notes,
                  LRKRunner& runner) const;
 
@@ -102,8 +108,12 @@ std::int32_t PekkaPirilaReader::read(std::string_view html) {
   HtmlPage page(html);
   page.readThrough({"h3"});
   while (!page.tag().empty()) {
-    auto name = classNameOf(page.readThrough({"/h3", "h3", "pre"}));
-    if (name) {
+    const std::string heading = lineText(page.readThrough({"/h3", "h3", "pre"}));
+    auto name = classNameOf(heading, stateAtControls);
+    const auto again = classNameOf(heading, legTimes);
+    if (again && run_.hasCategory() && sharedName(*again) == run_.category().name()) {
+      readResults(page);
+    } else if (name) {
       std::string eventName = known ? "" : elementText(html, "title");
       if (!eventName.empty()) job_.event.name(std::move(eventName));
       known = true;
@@ -125,7 +135,7 @@ bool PekkaPirilaReader::readClass(HtmlPage& page, std::string name) {
     const int firstLine = page.line();
     const std::vector<PageLine> lines = linesOf(page.readThrough({"/pre", "h3"}), firstLine);
     const PageLine header = lines.empty() ? PageLine{firstLine, {}} : lines[0];
-    const int controls = lastControlOf(header.text);
+    const int controls = numberOf(lastColumnOf(header.text), ".");
     if (controls == 0) {
       LineNotes(job_.session, header.number)("no controls in",
                                              utf8FromWindows1252(trimmed(header.text)));
@@ -154,16 +164,41 @@ bool PekkaPirilaReader::readRunner(const PageLine& pageLine, int controls) {
   const auto place = wholeNumber(columnText(line, 0, 3));
   if (place) runner.resultPlace(static_cast<std::int16_t>(*place));
   const std::string word = lowered1252(columnText(line, 0, 4));
-  runner.status(place ? estaOK : statusOf(word, statusWords).value_or(estaUnknown));
+  const enmStatus status = place ? estaOK : statusOf(word, statusWords).value_or(estaUnknown);
+  runner.status(statusByPlace(word, status));
   runner.startTime(0);
   readTimes(line, controls, notes, runner);
   const std::string_view result = columnText(line, resultStart, resultStart + resultWidth);
   if (isTimeText(result)) {
     runner.finishTime(sexagesimalTextToTime(result));
-  } else if (place) {
+  } else if (place && !result.empty()) {
     notes("no result", utf8FromWindows1252(result));
   }
   return run_.addRunner(std::move(runner), notes);
+}
+
+// The block of leg times: results that the state at the controls does not have.
+void PekkaPirilaReader::readResults(HtmlPage& page) {
+  if (page.tag() == "/h3") page.readThrough({"pre", "h3"});
+  if (page.tag() != "pre") return;
+  const int firstLine = page.line();
+  const std::vector<PageLine> lines = linesOf(page.readThrough({"/pre", "h3"}), firstLine);
+  const std::string_view header = lines.empty() ? std::string_view() : lines.front().text;
+  const auto legs = static_cast<std::size_t>(numberOf(lastColumnOf(header), "-M")) + 1;
+  const std::size_t start = timesStart + timeWidth * legs;
+  int next = 0;  // both blocks have the same order
+  for (std::size_t i = 1; i < lines.size(); ++i) {
+    const std::string name = nameOf(lines[i].text, start);
+    int at = next;
+    while (at < run_.category().noOfRunners() && run_.category().runner(at).name() != name) ++at;
+    if (at == run_.category().noOfRunners()) continue;
+    next = at + 1;
+    LRKRunner& runner = run_.category().runner(at);
+    const std::string_view result = columnText(lines[i].text, start, start + resultWidth);
+    if (isDisq(runner.finishTime()) && isTimeText(result)) {
+      runner.finishTime(sexagesimalTextToTime(result));
+    }
+  }
 }
 
 // Controls that a line cut short does not reach are left out.

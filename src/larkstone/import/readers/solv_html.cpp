@@ -12,7 +12,8 @@
 //              0.03           0.00
 //
 // A group has the times from the start, then the codes with the times of the legs, then the time
-// behind. Minutes go on above 59; "--" stands for a time that is not known.
+// behind. Minutes go on above 59, "89" are 89 minutes; "--" stands for a time that is not known.
+// Who runs outside of the competition ("a.K.") or is not classed ("n.kl.") is not competing.
 
 #include <algorithm>
 #include <optional>
@@ -44,7 +45,8 @@ constexpr std::size_t groupWidth = 15;
 constexpr StatusWord statusWords[] = {
     {"po.f.", estaMisPunch},       {"po.fal.", estaMisPunch},    {"p.fehl.", estaMisPunch},
     {"aufgeg.", estaDidNotFinish}, {"n.gest.", estaDidNotStart}, {"n. gest.", estaDidNotStart},
-    {"disq.", estaDisqualified},   {"disqu.", estaDisqualified},
+    {"disq.", estaDisqualified},   {"disqu.", estaDisqualified}, {"a.k.", estaNotCompeting},
+    {"n.kl.", estaNotCompeting},   {"n. kl.", estaNotCompeting},
 };
 
 std::optional<enmStatus> statusOf(std::string_view result) {
@@ -52,6 +54,13 @@ std::optional<enmStatus> statusOf(std::string_view result) {
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// A number alone counts minutes, as before the point of the others.
+Time timeOf(std::string_view text) {
+  const bool isMinutes =
+      !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+  return stringToTime(isMinutes ? std::string(text) + ".00" : std::string(text), etacAuto);
+}
 
 // The first line of an entry. Its last two columns are counted from its end.
 struct RunnerLine {
@@ -90,6 +99,7 @@ class SolvReader {
   bool readClass(std::string_view heading, std::string_view block, int line);
   bool readRunner(std::string_view entry, int line);
   void readPerson(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) const;
+  static void readStatus(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner);
   void readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const;
 
   ReadJob& job_;
@@ -170,9 +180,9 @@ bool SolvReader::readRunner(std::string_view entry, int line) {
   }
   runner.startTime(0);
   readSplits(lines, runner);
-  const bool isTime = runner.status() == estaOK;
+  const bool isTime = !runnerLine.result.empty() && isDigit(runnerLine.result.front());
   if (isTime && !runner.punches().finishExists()) {
-    runner.finishTime(stringToTime(runnerLine.result, etacAuto));
+    runner.finishTime(timeOf(runnerLine.result));
   }
   return run_.addRunner(std::move(runner), notes);
 }
@@ -191,14 +201,19 @@ void SolvReader::readPerson(const RunnerLine& line, const LineNotes& notes,
     runner.birthDate(dateOf({born, 1, 1}));
     runner.birthDateFormat("yyyy");
   }
-  if (line.result.empty()) return;
-  if (isDigit(line.result.front())) {
+  readStatus(line, notes, runner);
+}
+
+void SolvReader::readStatus(const RunnerLine& line, const LineNotes& notes, LRKRunner& runner) {
+  if (!line.result.empty() && isDigit(line.result.front())) {
     runner.status(estaOK);
   } else if (const auto status = statusOf(line.result)) {
     runner.status(*status);
-  } else {
+  } else if (!line.result.empty()) {
     notes("result", utf8FromWindows1252(line.result));
   }
+  const std::string_view place = columnText(line.text, 0, 4);
+  if (isNotCompetingWord(place)) runner.status(statusByPlace(place, runner.status()));
 }
 
 void SolvReader::readSplits(const std::vector<PageLine>& lines, LRKRunner& runner) const {
@@ -211,7 +226,7 @@ void SolvReader::readSplits(const std::vector<PageLine>& lines, LRKRunner& runne
       const std::string_view code = columnText(codes.text, start + 2, start + 6);
       if (code.empty()) break;
       const std::string_view text = columnText(times.text, start + 6, start + 13);
-      const Time time = stringToTime(text, etacAuto);
+      const Time time = timeOf(text);
       if (isDisq(time) && !text.empty() && text != "--") {
         LineNotes(job_.session, times.number, &runner)("time of a control",
                                                        utf8FromWindows1252(text));

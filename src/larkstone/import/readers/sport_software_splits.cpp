@@ -258,7 +258,7 @@ std::int32_t readSportSoftwareSplits(ReadJob& job) {
   const bool isNamed = detectSportSoftwareSplits({job.fileName, true}) != 0 && !isTable;
   SplitList list(job, file, isHtml);
   if (!isNamed && !list.hasKnownHeader()) return LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT_INVALID_FORMAT;
-  job.event.name(eventNameOf(page, isHtml));
+  if (std::string name = eventNameOf(page, isHtml); !name.empty()) job.event.name(std::move(name));
   return list.read(programOf(page, isHtml));
 }
 
