@@ -1,5 +1,7 @@
 // Start times of start lists into an event that has its runners.
 
+#include "larkstone/import/startlist.hpp"
+
 #include <algorithm>
 #include <random>
 
@@ -97,6 +99,31 @@ TEST_F(StartlistTest, AClassBelongsToTheNearestCategory) {
   }
 }
 
+TEST_F(StartlistTest, HeadingsEndWithTheNumberOfEntries) {
+  constexpr std::pair<std::string_view, std::string_view> rows[] = {
+      {"H21 (25)", "H21"},
+      {"H21  (2 Starter)  5.2 km", "H21"},
+      {"H21 (A) (25)", "H21 (A)"},
+      {"H21 (2) (25)", "H21 (2)"},
+      {"H21 (A)  (2", "H21 (A)"},
+      {"H21 lang  (", "H21 lang"},
+      {"H21 (5) 3 km (2 x)", "H21"},
+      {"D14 (10-12)", "-"},
+      {"D14 (A)", "-"},
+      {"D14 (2b)", "-"},
+      {"D14 ()", "-"},
+      {"", "-"},
+  };
+  for (const auto& [heading, name] : rows) {
+    EXPECT_EQ(nameBeforeCount(heading).value_or("-"), name) << heading;
+  }
+  // Without a number the name is whole, and so is the one it belongs to.
+  addCategory("H21", {{"Eva", "Syd"}});
+  addCategory("H21 (A)", {{"Eva", "Syd"}});
+  EXPECT_EQ(importList("LUETTELO<h3>H21 (A)</h3><pre>1 Eva  Syd 10.00</pre>"), 0);
+  EXPECT_THAT(starts(), ElementsAre("H21 (A) Eva 10:00:00"));
+}
+
 TEST_F(StartlistTest, AnEntryIsForAllWhoAgreeWithIt) {
   addCategory("H21", {{"Eva Berg", "OK Syd"},
                       {"Eva Bergman", "OK Syd"},
@@ -162,9 +189,9 @@ const ListFormat formats[] = {
     {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT,
      "<title>Startliste</title><i>erzeugt von <a href='x'>OE2003 \u00A9 Autor 2003</a></i>\n"
      "<pre><b>Stnr Name                 Jg Verein                  Start</b>\n\n"
-     "H21  (2)     5.200 km  180 m  15 P\n"
+     "H21  (2 Starter)     5.200 km  180 m  15 P\n"
      "  12 J\u00F6rg Muster          80 OLG Beispiel         10:02:00\n"
-     "  13 Eva Berg             81 OK Syd\n"
+     "  13 Eva Berg             81 OK Syd (2)\n"
      "  14 Vakant                                      10:06:00\n"
      "D10  (1\n"
      "  15 Ida Kurz             14 OK Syd               9:00:30\n</pre>\n",
@@ -199,10 +226,11 @@ const ListFormat formats[] = {
      "   12 J\u00F6rg Muster          OLG 77       10.02.00    11.31.00\n"
      "   13 ____________         OK Syd         10.03.00\n"
      "   14 vacant               OK Syd         10.04.00\n"
+     "   17 Kai - Kolmas         OK Syd                   11.33.00\n"
      "   15 Eva Berg  OK Syd 10.05 0.00\n   16 Uno  OK Syd  -\n</PRE>\n"
      "<H3>D10 (1)</H3><PRE>\n9.00.30 3. Ida Kurz 712345\n</PRE>\n",
      {{"H21 J\u00F6rg Muster 10:02:00", "H21 Eva Berg 10:05:00", "D10 Ida Kurz 9:00:30"},
-      {"H21 J\u00F6rg Muster 11:31:00"}},
+      {"H21 J\u00F6rg Muster 11:31:00", "H21 Kai 11:33:00"}},
      "Uno"},
 };
 
@@ -211,7 +239,7 @@ class StartlistFormatsTest : public StartlistTest {
   void renew() {
     newEvent();
     event.categorySortFlags(enmCategorySortFlags{});
-    addCategory("H21", {{"J\u00F6rg Muster", "OLG Beispiel"}, {"Eva Berg", "OK Syd"}});
+    addCategory("H21", {{"J\u00F6rg Muster", "OLG Beispiel"}, {"Eva Berg", "OK Syd"}, {"Kai", ""}});
     addCategory("D10", {{"Ida Kurz", "OK Syd"}});
     EXPECT_EQ(event.saveEvent(), 0);
   }

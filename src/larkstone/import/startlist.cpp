@@ -35,7 +35,36 @@ int categoryFor(const std::string& name, const std::vector<std::string>& categor
   return best;
 }
 
+// The length of "(25)", "(2 Starter)" or, cut off, "(2" or "(" at the start of a text; 0 for any
+// other.
+std::size_t countLength(std::string_view text) {
+  if (!text.starts_with('(')) return 0;
+  const auto close = text.find(')');
+  const std::string_view count = text.substr(1, close - 1);
+  constexpr std::string_view digits = "0123456789";
+  const std::size_t word = std::min(count.find_first_not_of(digits), count.size());
+  const bool isCut = close == std::string_view::npos;
+  const bool hasNumber = word > 0 || (isCut && count.empty());
+  const bool isUnit =
+      word == count.size() ||
+      (count[word] == ' ' && count.find_first_of("0123456789(", word) == std::string_view::npos);
+  if (!hasNumber || !isUnit) return 0;
+  return isCut ? text.size() : close + 1;
+}
+
 }  // namespace
+
+std::optional<std::string_view> nameBeforeCount(std::string_view heading) {
+  for (auto at = heading.find('('); at != std::string_view::npos; at = heading.find('(', at + 1)) {
+    const std::size_t length = countLength(heading.substr(at));
+    if (length == 0) continue;
+    // A number that another one follows at once belongs to the name.
+    const auto next = heading.find_first_not_of(' ', at + length);
+    const bool another = next != std::string_view::npos && countLength(heading.substr(next)) > 0;
+    if (!another) return trimmed(heading.substr(0, at));
+  }
+  return std::nullopt;
+}
 
 bool isClockText(std::string_view word) {
   const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };

@@ -3,6 +3,7 @@
 // Start times from a start list into the runners of an event.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -68,6 +69,10 @@ class Startlist {
 /// Whether a word is a time of day: digits in groups, "10:02:00" or "10.02". "0.00" stands where
 /// there is none.
 bool isClockText(std::string_view word);
+
+/// What stands before the number of entries in the heading of a class: "H21 (A)" of "H21 (A) (25)",
+/// "H21" of "H21 (2 Starter)  5.2 km" or of "H21 (2", which is cut off. Nothing without a number.
+std::optional<std::string_view> nameBeforeCount(std::string_view heading);
 
 /// Whether a text begins with a start number, as entries do and headers do not.
 bool beginsWithNumber(std::string_view text);

@@ -8,7 +8,9 @@
 //     </pre>
 //
 // The first words are the name, those behind two blanks or a number the club. Times of day belong
-// to the stages of the event in their order. Other numbers (start, card) are passed over.
+// to the stages of the event in their order: in lines that have fewer of them than others, to the
+// stage in whose column they stand. "0.00" and "-" stand where there is none. Other numbers (start,
+// card) are passed over.
 
 #include <algorithm>
 #include <vector>
@@ -25,60 +27,128 @@ namespace larkstone {
 
 namespace {
 
+constexpr auto nowhere = std::string_view::npos;
+
 struct ListLine {
   std::vector<std::string> texts;
-  std::vector<std::string_view> times;
+  std::vector<Word> times;  // and what stands where there is none
 };
+
+bool isDashes(std::string_view word) { return word.find_first_not_of('-') == nowhere; }
+
+// "10.02.00", "0.00" or "-"
+bool isTimeOrNone(std::string_view word) {
+  const bool isZero = word.find_first_not_of("0.") == nowhere && word.find('.') != nowhere;
+  return isClockText(word) || isZero || isDashes(word);
+}
 
 ListLine listLineOf(std::string_view line) {
   ListLine result;
-  std::size_t lastText = std::string_view::npos;  // where the last word of a text ended
-  for (std::size_t start = line.find_first_not_of(' '); start < line.size();) {
-    const std::size_t end = std::min(line.find(' ', start), line.size());
-    const std::string_view word = line.substr(start, end - start);
-    if (isClockText(word)) {
+  std::size_t lastText = nowhere;  // where the last word of a text ended
+  for (const Word& word : wordsOf(line)) {
+    if (isTimeOrNone(word.text)) {
       result.times.push_back(word);
-    } else if (word.find_first_not_of("0123456789.,:-") != std::string_view::npos) {
-      if (lastText != std::string_view::npos && start == lastText + 1) {
-        result.texts.back().append(" ").append(word);
+    } else if (word.text.find_first_not_of("0123456789.,:-") != nowhere) {
+      if (lastText != nowhere && word.begin() == lastText + 1) {
+        result.texts.back().append(" ").append(word.text);
       } else {
-        result.texts.emplace_back(word);
+        result.texts.emplace_back(word.text);
       }
-      lastText = end;
+      lastText = word.end;
+      // Dashes before it belong to the text.
+      std::erase_if(result.times, [](const Word& time) { return isDashes(time.text); });
     }
-    start = line.find_first_not_of(' ', end);
   }
   return result;
 }
 
 bool isVacant(std::string_view line) {
-  return lowered1252(line).find(" vacant") != std::string::npos ||
-         line.find("__") != std::string_view::npos;
+  return lowered1252(line).find(" vacant") != std::string::npos || line.find("__") != nowhere;
 }
 
-void readBlock(const std::vector<PageLine>& lines, std::size_t stage, Startlist& list) {
-  for (const auto& [number, line] : lines) {
-    const ListLine read = listLineOf(line);
-    const bool hasStart = stage < read.times.size();
-    if (isVacant(line) || read.texts.empty() || (!hasStart && !beginsWithNumber(line))) continue;
-    const std::string club = read.texts.size() > 1 ? utf8FromWindows1252(read.texts[1]) : "";
-    list.add(utf8FromWindows1252(read.texts[0]), club, hasStart ? read.times[stage] : "", number);
+// Where the starts of the stages stand, as the lines show it that have all of them.
+class StageColumns {
+ public:
+  void learn(const std::vector<Word>& times) {
+    if (times.size() > columns_.size()) columns_.assign(times.size(), {nowhere, 0});
+    if (times.size() < columns_.size()) return;
+    for (std::size_t i = 0; i < times.size(); ++i) {
+      Column& column = columns_[i];
+      if (column.end != 0 && !isIn(column, times[i])) continue;
+      column.begin = std::min(column.begin, times[i].begin());
+      column.end = std::max(column.end, times[i].end);
+    }
   }
-}
 
-void readClasses(std::string_view html, std::size_t stage, Startlist& list) {
+  // The start of a stage; empty without one.
+  std::string_view startOf(const std::vector<Word>& times, std::size_t stage) const {
+    const auto isInAny = [&](const Word& time) {
+      return std::any_of(columns_.begin(), columns_.end(),
+                         [&](const Column& column) { return isIn(column, time); });
+    };
+    const bool byOrder =
+        times.size() == columns_.size() || std::none_of(times.begin(), times.end(), isInAny);
+    if (byOrder) return stage < times.size() ? times[stage].text : std::string_view();
+    for (const Word& time : times) {
+      if (stage < columns_.size() && isIn(columns_[stage], time)) return time.text;
+    }
+    return {};
+  }
+
+ private:
+  struct Column {
+    std::size_t begin;
+    std::size_t end;
+  };
+  static bool isIn(const Column& column, const Word& time) {
+    return time.begin() < column.end && time.end > column.begin;
+  }
+
+  std::vector<Column> columns_;
+};
+
+// Calls beginClass(heading) and block(lines) for what the page has of either.
+template <class BeginClass, class Block>
+void eachClass(std::string_view html, BeginClass beginClass, Block block) {
   HtmlPage page(html);
   page.readThrough({"h3"});
   while (!page.tag().empty()) {
-    const std::string heading = lineText(page.readThrough({"/h3", "h3", "pre"}));
-    list.beginClass(std::string(trimmed(textBefore(heading, "("))));
+    beginClass(lineText(page.readThrough({"/h3", "h3", "pre"})));
     if (page.tag() == "/h3") page.readThrough({"pre", "h3"});
     if (page.tag() == "pre") {
       const int line = page.line();
-      readBlock(linesOf(page.readThrough({"/pre", "h3"}), line), stage, list);
+      block(linesOf(page.readThrough({"/pre", "h3"}), line));
     }
     if (page.tag() == "/pre") page.readThrough({"h3"});
   }
+}
+
+void addEntry(const PageLine& line, const StageColumns& columns, std::size_t stage,
+              Startlist& list) {
+  const ListLine read = listLineOf(line.text);
+  const std::string_view start = columns.startOf(read.times, stage);
+  const bool hasStart = isClockText(start);
+  if (isVacant(line.text) || read.texts.empty()) return;
+  if (!hasStart && !beginsWithNumber(line.text)) return;
+  const std::string club = read.texts.size() > 1 ? utf8FromWindows1252(read.texts[1]) : "";
+  list.add(utf8FromWindows1252(read.texts[0]), club, hasStart ? start : "", line.number);
+}
+
+void readClasses(std::string_view html, std::size_t stage, Startlist& list) {
+  StageColumns columns;
+  eachClass(
+      html, [](const std::string&) {},
+      [&](const std::vector<PageLine>& lines) {
+        for (const PageLine& line : lines) columns.learn(listLineOf(line.text).times);
+      });
+  eachClass(
+      html,
+      [&](const std::string& heading) {
+        list.beginClass(std::string(nameBeforeCount(heading).value_or(heading)));
+      },
+      [&](const std::vector<PageLine>& lines) {
+        for (const PageLine& line : lines) addEntry(line, columns, stage, list);
+      });
 }
 
 }  // namespace

@@ -106,13 +106,9 @@ bool isStart(const std::optional<Word>& word) {
   return word && isClockText(word->text) && word->text.find(':') != std::string_view::npos;
 }
 
-// "H21  (25) ...", also with the number cut off: "H21 long  (2".
-std::optional<std::string_view> classHeadingOf(std::string_view line) {
-  const auto parenthesis = line.find('(');
-  if (parenthesis == std::string_view::npos) return std::nullopt;
-  const auto end = line.find_first_not_of("0123456789", parenthesis + 1);
-  if (end != std::string_view::npos && line[end] != ')') return std::nullopt;
-  return trimmed(line.substr(0, parenthesis));
+// Start numbers stand behind blanks, headings at the margin.
+bool isNumberedEntry(std::string_view line) {
+  return line.front() == ' ' && beginsWithNumber(line);
 }
 
 // "2   OLG BEISPIEL     S": a number, the club, its region.
@@ -171,7 +167,7 @@ void SportSoftwareStartlist::readHeading(std::string_view line, int number) {
       club_ = clubHeadingOf(line);
       return;
     }
-  } else if (const auto name = classHeadingOf(line)) {
+  } else if (const auto name = nameBeforeCount(line); name && !isNumberedEntry(line)) {
     list_.beginClass(utf8FromWindows1252(*name));
     return;
   }
