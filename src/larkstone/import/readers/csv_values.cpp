@@ -25,24 +25,6 @@ enmGender genderOf(std::string_view text) {
   return egndUnknown;
 }
 
-void readBirthYear(std::string_view text, LRKRunner& runner, const LineNotes& notes) {
-  if (text.empty()) return;
-  const auto number = csvInteger(text);
-  if (!number || *number < 0) {
-    notes("unreadable year of birth", text);
-    return;
-  }
-  runner.birthDateFormat("YYYY");
-  int year = *number;
-  if (text.size() == 2) {
-    year += year < 5 ? 2000 : 1900;
-  } else if (text.size() != 4) {
-    return;
-  }
-  const Date date = dateOf(CalendarDate{year, 1, 1});
-  if (!(date == Date{})) runner.birthDate(date);
-}
-
 template <class Set>
 void ifInteger(std::string_view text, std::string_view what, const LineNotes& notes, Set set) {
   if (text.empty()) return;
@@ -103,6 +85,24 @@ void readCsvStatus(std::string_view text, LRKRunner& runner, const LineNotes& no
   } else {
     notes("unknown classifier", text);
   }
+}
+
+void readBirthYear(std::string_view text, LRKRunner& runner, const LineNotes& notes) {
+  if (text.empty()) return;
+  const auto number = csvInteger(text);
+  if (!number || *number < 0) {
+    notes("unreadable year of birth", text);
+    return;
+  }
+  runner.birthDateFormat("YYYY");
+  int year = *number;
+  if (text.size() == 2) {
+    year += year < 5 ? 2000 : 1900;
+  } else if (text.size() != 4) {
+    return;
+  }
+  const Date date = dateOf(CalendarDate{year, 1, 1});
+  if (!(date == Date{})) runner.birthDate(date);
 }
 
 void readCsvLength(std::string_view text, LRKRunner& runner, const LineNotes& notes) {

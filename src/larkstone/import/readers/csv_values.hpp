@@ -34,6 +34,9 @@ Code readCsvCode(std::string_view text, const LineNotes& notes);
 /// 0 to 5 as SportSoftware counts them; any other text leaves the status as it is.
 void readCsvStatus(std::string_view text, LRKRunner& runner, const LineNotes& notes);
 
+/// A year of birth, of two digits one from 1905 to 2004; what is no year is noted.
+void readBirthYear(std::string_view text, LRKRunner& runner, const LineNotes& notes);
+
 /// The length of the course: kilometres below 100, else metres.
 void readCsvLength(std::string_view text, LRKRunner& runner, const LineNotes& notes);
 

@@ -14,7 +14,8 @@
 //
 // Words end at the same column in all lines of a class. The column that the control row shows is
 // where the times below it end. Controls that do not fit go on in further rows, and each runner has
-// as many pairs of lines. The start number may be missing.
+// as many pairs of lines. The start number may be missing; further columns (the year of birth, the
+// club, which then does not stand below the name) may stand anywhere in the header.
 
 #include <cstddef>
 #include <optional>
@@ -28,15 +29,23 @@
 namespace larkstone {
 
 /// Where a runner's first line holds what.
-struct SplitListColumns {
+class SplitListColumns {
+ public:
+  std::size_t placeBegin = 0;
   std::size_t placeEnd = 0;  ///< at most; a number that ends behind it is a start number
   std::size_t nameBegin = 0;
-  std::size_t timeEnd = 0;  ///< the result ends here, the times at the controls follow
+  std::size_t timeEnd = 0;     ///< the result ends here
+  std::size_t timesBegin = 0;  ///< the times at the controls stand behind this column
+  bool isNamed = false;        ///< by words that are known
 
   std::string_view place(std::string_view line) const;
   std::string_view result(std::string_view line) const;
-  /// The name; of a runner's second line the club.
   std::string_view name(std::string_view line) const;
+  /// Empty without such a column.
+  std::string_view club(std::string_view line) const;
+  std::string_view birthYear(std::string_view line) const;
+  /// What stands below the name: the club, unless it has a column.
+  std::string_view below(std::string_view line) const;
   /// Whether a runner begins here: a first line, or a name without a result beside times.
   bool isRunner(std::string_view line) const;
   /// Whether the line is a runner's first: it has a place, a start number or a result.
@@ -44,10 +53,27 @@ struct SplitListColumns {
     return !columnText(line, 0, nameBegin).empty() || !result(line).empty();
   }
   /// Whether there are only times.
-  bool isContinuation(std::string_view line) const { return columnText(line, 0, timeEnd).empty(); }
+  bool isContinuation(std::string_view line) const {
+    return columnText(line, 0, timesBegin).empty();
+  }
+  /// A text in the last column may go on behind its header, up to the times of the first control.
+  void endBefore(std::size_t firstTimeEnd);
 
  private:
+  friend class SplitListHeader;
+  enum class Kind { place, startNumber, name, club, birthYear, time, other };
+  struct Column {
+    Kind kind;
+    std::size_t begin;
+    std::size_t end;
+  };
+
+  const Column* find(Kind kind) const;
+  const Column* behind(std::size_t begin) const;
+  std::size_t textEnd(std::string_view line, std::size_t begin) const;
   std::size_t resultBegin(std::string_view line) const;
+
+  std::vector<Column> columns_;  // in the order of the header; empty where that is not known
 };
 
 /// The columns by the header line of the list ("Pl Stno Name Time" in any language); nothing for a

@@ -16,6 +16,7 @@
 #include "larkstone/import/detection.hpp"
 #include "larkstone/import/reader_run.hpp"
 #include "larkstone/import/readers.hpp"
+#include "larkstone/import/readers/csv_values.hpp"
 #include "larkstone/import/readers/split_list.hpp"
 #include "larkstone/import/readers/split_times.hpp"
 #include "larkstone/import/scan/fields.hpp"
@@ -91,6 +92,7 @@ class SplitList {
       if (row.empty()) break;
       controls_.push_back(std::move(row));
     }
+    if (columns_ && !controls_.empty()) columns_->endBefore(controls_[0][0].end);
     if (!columns_ && !controls_.empty() && at_ + 1 < lines_.size()) {
       columns_ = columnsOfRunner(lineAt(at_), lineAt(at_ + 1), controls_[0][0].end);
     }
@@ -102,9 +104,9 @@ class SplitList {
     LRKRunner runner;
     const LineNotes notes(job_.session, lines_[at_].number, &runner);
     readPerson(runner, first, notes);
-    SplitReader splits(runner, notes, columns_->timeEnd);
+    SplitReader splits(runner, notes, columns_->timesBegin);
     runner.startTime(0);
-    const std::vector<ControlColumn> ownControls = controlsOf(first, columns_->timeEnd);
+    const std::vector<ControlColumn> ownControls = controlsOf(first, columns_->timesBegin);
     if (ownControls.empty()) {
       readRows(first, splits);
     } else {
@@ -117,18 +119,19 @@ class SplitList {
   void readPerson(LRKRunner& runner, std::string_view first, const LineNotes& notes) {
     const std::string_view second = lineAt(at_ + 1);
     runner.name(utf8FromWindows1252(columns_->name(first)));
-    if (isSecond(second)) {
-      const std::string_view club = columns_->name(second);
-      if (!club.empty()) runner.club(utf8FromWindows1252(club));
-    }
+    std::string_view club = columns_->club(first);
+    if (club.empty() && isSecond(second)) club = columns_->below(second);
+    if (!club.empty()) runner.club(utf8FromWindows1252(club));
+    readBirthYear(columns_->birthYear(first), runner, notes);
     if (run_.category().courseLengthSet()) runner.courseLength(run_.category().courseLength());
     const std::string_view place = columns_->place(first);
     if (const auto number = wholeNumber(place)) {
       runner.resultPlace(saturated<std::int16_t>(leadingInteger(place)));
-    } else if (!place.empty()) {
+    } else if (!place.empty() && !isNotCompetingWord(place)) {
       notes("unreadable place", utf8FromWindows1252(place));
     }
     readStatus(columns_->result(first), runner, notes);
+    runner.status(statusByPlace(place, runner.status()));
   }
 
   static void readStatus(std::string_view result, LRKRunner& runner, const LineNotes& notes) {
@@ -157,7 +160,7 @@ class SplitList {
   std::string_view takeLegs(std::string_view times, bool withClub) {
     const std::string_view line = lineAt(at_);
     if (withClub ? !isSecond(line) : line.empty() || !columns_->isContinuation(line)) return {};
-    const std::vector<Word> words = wordsOf(times, columns_->timeEnd);
+    const std::vector<Word> words = wordsOf(times, columns_->timesBegin);
     const auto missing = [](const Word& word) { return isMissingSplit(word.text); };
     const bool blank = std::all_of(words.begin(), words.end(), missing);
     if (blank && columns_->isContinuation(line)) return {};
@@ -194,7 +197,7 @@ class SplitList {
       withClub = false;
       splits.read(controls, times, takeLegs(times, false));
       if (!atContinuation()) return;
-      controls = controlsOf(lineAt(at_), columns_->timeEnd);
+      controls = controlsOf(lineAt(at_), columns_->timesBegin);
       if (!controls.empty()) ++at_;
     } while (at_ < lines_.size());
   }
