@@ -88,6 +88,8 @@ TEST_F(EventCategories, AreCopiedByStoringTheOneHandedOut) {
     EXPECT_EQ(event_.category(i)->runner(0).categoryIndex(), i);
   }
   EXPECT_EQ(copied->categoryIndex(), 3);
+  EXPECT_EQ(event_.addCategory(event_.category(99)), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
+  EXPECT_EQ(event_.category(0, event_.category(99)), LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
 }
 
 // The second category has runners of two courses, but its record says nothing of it.

@@ -374,7 +374,7 @@ TEST_F(ExportTest, FailuresLeaveTheTargetAsItIs) {
   std::ofstream(target_) << "before";
   exporter_.tempFilePath(work_);
   EXPECT_EQ(exporter_.exportIOFXML(folder_ + "/none.lrk4", target_), LRK_FILE_DOES_NOT_EXIST);
-  EXPECT_EQ(exporter_.exportIOFXML3(target_, folder_ + "/other"), LRK_NOT_A_LRK_FILE);
+  EXPECT_EQ(exporter_.exportIOFXML3(target_, target_), LRK_NOT_A_LRK_FILE);
   EXPECT_EQ(exporter_.exportEventToIOFXML3(event_, folder_ + "/no/such"), LRK_COULD_NOT_OPEN_FILE);
   EXPECT_EQ(exporter_.exportEventToIOFXML3(event_, "/dev/full"), LRK_COULD_NOT_OPEN_FILE);
   std::filesystem::permissions(target_, std::filesystem::perms::owner_read);

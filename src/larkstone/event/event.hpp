@@ -122,10 +122,11 @@ class LRKEvent {
   /// runnerIndex() that the object handed out for this place carries. They lose those who are gone.
   /// An index out of range changes nothing.
   ///
-  /// The object may have been handed out for another place: it belongs to this one then.
+  /// The object may have been handed out for another place: it belongs to this one then. Nothing,
+  /// as category() gives for a category that there is not, is a failure too.
   std::int32_t category(int index, LRKCategory& category);
   std::int32_t category(int index, const std::shared_ptr<LRKCategory>& category) {
-    return this->category(index, *category);
+    return category ? this->category(index, *category) : LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
   /// Forgets the category that category() keeps.
   void unsetCurrentCategory();
@@ -141,7 +142,7 @@ class LRKEvent {
   std::int32_t addCategory(LRKCategory& category);
   std::int32_t addCategory(LRKCategory&& category) { return addCategory(category); }
   std::int32_t addCategory(const std::shared_ptr<LRKCategory>& category) {
-    return addCategory(*category);
+    return category ? addCategory(*category) : LRK_COULD_NOT_OPEN_TEMPORARY_FILE;
   }
   /// Moves a category in the list, those between shifting by one place; without ecsfSorted among
   /// the sort flags also in the file. Derived courses keep to their runners. Nothing is moved when
