@@ -181,6 +181,12 @@ TEST_F(CsvTest, TimesAndPunchesOfIndividualRows) {
     EXPECT_EQ(told.empty() ? "" : told.front(), row.note);
     told.clear();
   }
+  // A zero time of a second is for what the clock said.
+  const std::string list = "OE0012;Start;Finish;Zeit;Long;\n;;9:00;;A;\n;x;9:00;4:00;A;\n";
+  newEvent();
+  EXPECT_EQ(importer.importOE200xCSV(event, folder.write("list.csv", list), 100), 0);
+  EXPECT_EQ(test::textOf(runner(0, 0).punches()), "S 0, F 54100");
+  EXPECT_EQ(test::textOf(runner(0, 1).punches()), "S 0, F 24000");
 }
 
 TEST_F(CsvTest, CategoriesAreRunsOfRowsAndBrokenRowsCostThemselves) {

@@ -17,6 +17,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -186,18 +188,18 @@ void PekkaPirilaReader::readResults(HtmlPage& page) {
   const std::string_view header = lines.empty() ? std::string_view() : lines.front().text;
   const auto legs = static_cast<std::size_t>(numberOf(lastColumnOf(header), "-M")) + 1;
   const std::size_t start = timesStart + timeWidth * legs;
-  int next = 0;  // both blocks have the same order
+  std::unordered_map<std::string, LRKRunner*> lacking;
+  for (int i = 0; i < run_.category().noOfRunners(); ++i) {
+    LRKRunner& runner = run_.category().runner(i);
+    if (isDisq(runner.finishTime())) lacking.try_emplace(runner.name(), &runner);
+  }
   for (std::size_t i = 1; i < lines.size(); ++i) {
-    const std::string name = nameOf(lines[i].text, start);
-    int at = next;
-    while (at < run_.category().noOfRunners() && run_.category().runner(at).name() != name) ++at;
-    if (at == run_.category().noOfRunners()) continue;
-    next = at + 1;
-    LRKRunner& runner = run_.category().runner(at);
-    const std::string_view result = columnText(lines[i].text, start, start + resultWidth);
-    if (isDisq(runner.finishTime()) && isTimeText(result)) {
-      runner.finishTime(sexagesimalTextToTime(result));
-    }
+    const std::string_view line = lines[i].text;
+    const std::string_view result = columnText(line, start, start + resultWidth);
+    const auto found = lacking.find(nameOf(line, start));
+    if (found == lacking.end() || !isTimeText(result)) continue;
+    found->second->finishTime(sexagesimalTextToTime(result));
+    lacking.erase(found);
   }
 }
 

@@ -105,7 +105,8 @@ std::size_t SplitListColumns::resultBegin(std::string_view line) const {
     const bool isText = column.kind == Kind::name || column.kind == Kind::club;
     if (!isText && column.end < timeEnd) least = std::max(least, column.end);
   }
-  std::size_t begin = std::min(std::max(least, timeEnd - resultWidth), line.size());
+  const std::size_t usual = timeEnd - std::min(timeEnd, resultWidth);
+  std::size_t begin = std::min(std::max(least, usual), line.size());
   while (begin > least && begin < line.size() && line[begin] != ' ' && line[begin - 1] != ' ') {
     --begin;
   }
