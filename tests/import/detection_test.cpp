@@ -56,6 +56,7 @@ TEST_F(DetectionTest, TheFirstTestThatSucceedsDecides) {
       {"OS0016a;Stno;\n1;x;\n", 39},  // of no layout that relays have
       {"OS0014;Long;Punch1;\n1;x;y;\n", 37},
       {"OS0012;Long;XTRA1;\n1;x;y;\n", 38},
+      {"Stno;Long;Xtra1;\n1;x;y;\n", 37},
       {"\xEF\xBB\xBFN\xC2\xB0 d\xC3\xA9p.;\"Read at\"\nSPORTident results;SOLV\n", 45},
       {"OE0014_V12;Long;Name\n;;Solveig Str\xE4\x63ktider <title> eTiming Tilanne rasteilla\n", 37},
       {"\xEF\xBB\xBFLarkstone standard text format\nStr\xE4\x63ktider 2026, eTiming\n", 42},

@@ -227,10 +227,12 @@ const ListFormat formats[] = {
      "   13 ____________         OK Syd         10.03.00\n"
      "   14 vacant               OK Syd         10.04.00\n"
      "   17 Kai - Kolmas         OK Syd                   11.33.00\n"
+     "   18 Max Lang             Ein Verein mit Beinamen    10.06.00    11.35.00\n"
      "   15 Eva Berg  OK Syd 10.05 0.00\n   16 Uno  OK Syd  -\n</PRE>\n"
      "<H3>D10 (1)</H3><PRE>\n9.00.30 3. Ida Kurz 712345\n</PRE>\n",
-     {{"H21 J\u00F6rg Muster 10:02:00", "H21 Eva Berg 10:05:00", "D10 Ida Kurz 9:00:30"},
-      {"H21 J\u00F6rg Muster 11:31:00", "H21 Kai 11:33:00"}},
+     {{"H21 J\u00F6rg Muster 10:02:00", "H21 Eva Berg 10:05:00", "H21 Max 10:06:00",
+       "D10 Ida Kurz 9:00:30"},
+      {"H21 J\u00F6rg Muster 11:31:00", "H21 Kai 11:33:00", "H21 Max 11:35:00"}},
      "Uno"},
 };
 
@@ -239,7 +241,9 @@ class StartlistFormatsTest : public StartlistTest {
   void renew() {
     newEvent();
     event.categorySortFlags(enmCategorySortFlags{});
-    addCategory("H21", {{"J\u00F6rg Muster", "OLG Beispiel"}, {"Eva Berg", "OK Syd"}, {"Kai", ""}});
+    addCategory(
+        "H21",
+        {{"J\u00F6rg Muster", "OLG Beispiel"}, {"Eva Berg", "OK Syd"}, {"Kai", ""}, {"Max", ""}});
     addCategory("D10", {{"Ida Kurz", "OK Syd"}});
     EXPECT_EQ(event.saveEvent(), 0);
   }
