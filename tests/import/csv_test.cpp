@@ -281,7 +281,8 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
                        ";7;;2;;;0:00;28:00;0;1;;;;5;OK;Syd;;;;1;H;Herrar;;;;;;;;;;"
                        "0;1;1;Ek;Ed;;;0:00;15:00;;0;12;;9;0;2;1;Dal;Di;04;F;15:00;;10:00;0;;;;"
                        "0;3;1;;;;;;;;;;;;4;\n"
-                       ";7;;;;;;;;;;;;;;;;;;;H;Herrar;\n;7;;Nord;;;;;1;;;;;;;;;;;;D;Damer;\n;7;\n"),
+                       ";7;;;;;;;;;;;;;;;;;;;H;Herrar;\n;7;;Nord;;;;;1;;;;;;;;;;;;D;Damer;\n;7;\n"
+                       ";8;;Gast;;;;;0;AK;;;;;;;;;;;D;Damer;\n"),
       0);
   EXPECT_THAT(test::categoryNames(event),
               ElementsAre("Herrar whole legs", "Herrar 1 common controls",
@@ -292,6 +293,7 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
             "firstName=Di lastName=Dal clubID=5 club=OK Syd gender=2 birthDate=2004-01-01 "
             "birthDateFormat=YYYY relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 ");
   EXPECT_EQ(runner(3, 0).name(), "Nord");
+  EXPECT_EQ(runner(3, 1).status(), estaNotCompeting);
   EXPECT_THAT(told, ElementsAre("too few fields", "team stands twice in the list"));
 }
 

@@ -13,6 +13,7 @@
 #include "larkstone/import/readers/csv_relay_teams.hpp"
 #include "larkstone/import/readers/csv_values.hpp"
 #include "larkstone/import/relay_results.hpp"
+#include "larkstone/import/status_words.hpp"
 
 namespace larkstone {
 
@@ -66,7 +67,8 @@ struct StandingColumns {
     standing.time = readCsvTime(row.field(time), "unreadable time of the team", notes);
     LRKRunner result;
     readCsvStatus(row.field(status), result, notes);
-    if (result.status() != estaUnknown) standing.status = result.status();
+    const enmStatus known = statusByPlace(row.field(place), result.status());
+    if (known != estaUnknown) standing.status = known;
     standing.place = csvInteger(row.field(place)).value_or(0);
     return standing;
   }
