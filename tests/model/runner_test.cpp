@@ -67,7 +67,6 @@ TEST(RunnerTest, StartAndFinishAreWrittenIntoThePunches) {
   r.finishTime(9000);
   EXPECT_EQ(textOf(r.punches()), "S-31-32-F");
   EXPECT_EQ(timesOf(r.punches()), (Times{500, 1500, 2500, 9000}));
-  EXPECT_EQ(r.finishControlCode(), LRK_FINISH_CODE);
 }
 
 TEST(RunnerTest, TotalsEndAtTheFirstMissingTimeUntilTheGapIsBridged) {
@@ -99,7 +98,12 @@ TEST(RunnerTest, GapsAreOpenedByABeginAndClosedByAnEnd) {
   r.legs().beginCode(3, 40);
   r.initializeTimes(false);
   EXPECT_EQ(timesOf(r, elstTotalAllowMissingPunches), (Times{6000, none, none, none, 12000}));
-  // Closed is closed: the second gap is bridged from its own begin.
+  // Closed is closed: a leg behind it that has lost its begin cannot be counted.
+  LRKRunner closed = onItsLegs("S-31-32-33-F", {0, 60, -1, 200, 260});
+  closed.legs().beginTime(3, none);
+  closed.initializeTimes(false);
+  EXPECT_EQ(timesOf(closed, elstTotalAllowMissingPunches), (Times{6000, none, 20000, none}));
+  // The second gap is bridged from its own begin.
   const LRKRunner twice = onItsLegs("S-31-32-33-34-F", {0, 60, -1, 180, -1, 330});
   EXPECT_EQ(timesOf(twice, elstTotalAllowMissingPunches), (Times{6000, none, 18000, none, 33000}));
 }
@@ -155,12 +159,6 @@ TEST(RunnerTest, TimeLossAccumulates) {
   EXPECT_EQ(r.timeLoss(2, elstTotalAllowMissingPunches), 450);
   EXPECT_EQ(r.timeLoss(2, elstLeg), 100);
   EXPECT_EQ(r.timeLoss(1, elstPassingEnd), 0);
-
-  r.subtractTimeLoss();
-  EXPECT_EQ(timesOf(r, elstLeg), (Times{5900, 5750, 5900}));
-  EXPECT_EQ(timesOf(r, elstTotal), (Times{5900, 11650, 17550}));
-  EXPECT_EQ(timesOf(r, elstPassingBegin), (Times{0, 5900, 11650}));
-  EXPECT_EQ(r.timeLoss(2, elstTotal), 0);
 }
 
 TEST(RunnerTest, TimeLossIsTakenOutOfTimesThatCount) {
