@@ -130,20 +130,25 @@ TEST_F(RelayTest, TeamsHaveTheTimesOfTheList) {
 
 TEST_F(RelayTest, LegsInClassResultsOfTheirOwnAreOneRelay) {
   // Splits of later legs count from the start of the relay, as the runner who has finished shows.
-  const auto leg = [](int number, std::string_view start, std::string_view splits) {
-    return class3(team("A", member("Ada", number, start, "600", "OK", splits)) +
+  const auto leg = [](int number, std::string_view start, std::string_view splits,
+                      const std::string& more = "") {
+    return class3(more + team("A", member("Ada", number, start, "600", "OK", splits)) +
                       team("B", member("Bea", number, start, "", "OK", splits)),
                   "Open");
   };
   const std::string first = leg(1, "2026-05-03T23:50:00Z", "31 100");
-  const std::string second = leg(2, "2026-05-04T00:00:00Z", "32 700");
+  const std::string second =
+      leg(2, "2026-05-04T00:00:00Z", "32 700",
+          team("C", member("Cia", 2, "2026-05-04T00:00:00Z", "600", "OK", "32 800")));
   ASSERT_EQ(importXml(list3(first + second)), 0);
   EXPECT_THAT(categoryNames(event),
               ElementsAre("Open whole legs", "Open 1 common controls", "Open 2 common controls"));
-  EXPECT_THAT(runnersOf(0), ElementsAre("A 0 1: S 8580000, 31 8640000, F 8700000",
-                                        "B 0 0: S 8580000, 31 -, F -"));
+  EXPECT_THAT(runnersOf(0),
+              ElementsAre("A 0 1: S 8580000, 31 8640000, F 8700000", "B 0 0: S 8580000, 31 -, F -",
+                          "C 14 0: S 8640000, 31 -, F -"));
   EXPECT_THAT(runnersOf(2), ElementsAre("Ada 0 1: S 8640000, 32 8650000, F 8700000",
-                                        "Bea 0 0: S 8640000, 32 8650000, F -"));
+                                        "Bea 0 0: S 8640000, 32 8650000, F -",
+                                        "Cia 0 1: S 8640000, 32 8660000, F 8700000"));
   // The same leg twice, or other teams, are relays of their own.
   ASSERT_EQ(importXml(list3(first + first + class3(team("D", member("Di", 2, "", "9")), "Open"))),
             0);

@@ -168,14 +168,14 @@ class RelayReader {
   struct Team {
     XmlNode node;
     std::vector<Member> members;
-    Time start = 0;
+    std::optional<Time> start;  // unless the list tells of no first leg
   };
 
   void collect(XmlNode classResult) {
     TeamNames names;
     for (const XmlNode node : classResult.children("TeamResult")) {
       const auto [found, isNew] = teamIndices_.try_emplace(names.of(node), teams_.size());
-      if (isNew) teams_.push_back({node, {}});
+      if (isNew) teams_.push_back({node, {}, {}});
       std::vector<Member>& members = teams_[found->second].members;
       const std::size_t before = members.size();
       collectMembers(version_, node, members);
@@ -200,11 +200,17 @@ class RelayReader {
     IofTeam listed;
     version_.readTeam(team.node, runner, listed, notes);
     std::vector<LRKRunner> members;
+    bool startIsTold = listed.start > 0;
     for (const Member& member : team.members) {
       members.push_back(readMember(member, index, runner));
-      if (member.leg == 1) useStart(members.back().startTime(), listed.start);
+      if (member.leg != 1) continue;
+      startIsTold = true;
+      useStart(members.back().startTime(), listed.start);
     }
-    team.start = listed.start;
+    if (startIsTold) {
+      team.start = listed.start;
+      firstStart_ = std::min(firstStart_.value_or(listed.start), listed.start);
+    }
     runner.startTime(listed.start);
     runner.finishTime(listed.finish);
     runner.extraInfo(relayTeamKey(index + 1));
@@ -263,7 +269,7 @@ class RelayReader {
     for (const Team& team : teams_) {
       ++next;  // the team itself
       for (std::size_t i = 0; i < team.members.size() && next < category.noOfRunners(); ++i) {
-        visit(category.runner(next++), team.start);
+        visit(category.runner(next++), team.start.value_or(firstStart_.value_or(0)));
       }
     }
   }
@@ -274,6 +280,7 @@ class RelayReader {
   std::vector<Team> teams_;
   std::unordered_map<std::string, std::size_t> teamIndices_;
   std::optional<Date> firstDate_;
+  std::optional<Time> firstStart_;  // of a team
 };
 
 }  // namespace
