@@ -44,7 +44,7 @@ struct RunColumns {
     const Time running = readCsvTime(row.field(time), "unreadable time", notes);
     Time startClock = sumOfTimes(startTime, zeroTime);
     Time finishClock = sumOfTimes(finishTime, zeroTime);
-    if (isDisq(startClock) && !isDisq(finishClock) && running <= finishClock) {
+    if (isDisq(startClock) && !isDisq(finishClock) && running >= 0 && running <= finishClock) {
       startClock = finishClock - running;
     }
     member.startKnown = !isDisq(startClock);

@@ -189,9 +189,10 @@ Time startOf(XmlNode element, const IofNotes& notes) {
   return start;
 }
 
+// Dashes stand for no time.
 Time timeOf(std::string_view text, std::string_view what, const IofNotes& notes) {
   const auto seconds = secondsOf(text);
-  if (!seconds && !text.empty()) notes(what, text);
+  if (!seconds && !text.empty() && !text.starts_with("--")) notes(what, text);
   return seconds.value_or(LRK_NO_TIME);
 }
 
