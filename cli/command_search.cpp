@@ -70,17 +70,6 @@ enmComparisonOperator comparisonNamed(const std::string& text) {
   throw CLI::ValidationError(criteriaName, "'" + text + "' is none of = != < > <= >=");
 }
 
-// YYYY-MM-DD.
-std::optional<Date> dateFrom(std::string_view text) {
-  if (text.size() != 10 || text[4] != '-' || text[7] != '-') return std::nullopt;
-  const std::string_view parts[] = {text.substr(0, 4), text.substr(5, 2), text.substr(8, 2)};
-  if (!std::all_of(std::begin(parts), std::end(parts), isNumber)) return std::nullopt;
-  const CalendarDate calendar{leadingInteger(parts[0]), leadingInteger(parts[1]),
-                              leadingInteger(parts[2])};
-  const Date date = dateOf(calendar);
-  return calendarOf(date) == calendar ? std::optional(date) : std::nullopt;
-}
-
 // The words of the IOF; a word that is not known reads as the first value of its enumeration, which
 // has one word only.
 std::optional<enmStatus> wordAs(std::string_view text, enmStatus) {
@@ -103,7 +92,7 @@ TagValue valueAs(const std::string& text) {
   if constexpr (std::is_same_v<T, std::string>) {
     return text;
   } else if constexpr (std::is_same_v<T, Date>) {
-    if (const auto date = dateFrom(text)) return *date;
+    if (const auto date = dateFromIso(text)) return *date;
     throw CLI::ValidationError(criteriaName, "'" + text + "' is not a date like 1990-05-17");
   } else {
     if (wholeNumber(text)) return text;

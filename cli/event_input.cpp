@@ -8,6 +8,7 @@
 #include "larkstone/import/import.hpp"
 
 #include "cli/interrupt.hpp"
+#include "cli/output.hpp"
 #include "cli/overwriting.hpp"
 #include "cli/report.hpp"
 
@@ -44,6 +45,21 @@ class Omissions {
 EventInput failed(const std::string& file, std::string_view what, std::string_view name) {
   sayError(file, what, name);
   return {nullptr, exitFailed};
+}
+
+// What the file says that cannot be is counted, or named on request. Whether there was any.
+bool sayWarnings(const LRKEvent& event, const std::string& file, const CommonOptions& options) {
+  const std::vector<std::string> warnings = event.warnings();
+  if (warnings.empty()) return false;
+  for (const std::string& warning : warnings) {
+    if (options.verbose) sayWarning(options, file, oneLine(warning));
+  }
+  const std::string values =
+      warnings.size() == 1 ? "1 value is" : std::to_string(warnings.size()) + " values are";
+  sayWarning(
+      options, file,
+      values + " damaged, the default is taken" + (options.verbose ? "" : " (-v names them)"));
+  return true;
 }
 
 }  // namespace
@@ -151,6 +167,7 @@ EventInput openEventFile(const std::string& file, const CommonOptions& options) 
   } else if (code != 0) {
     return failed(file, errorText(code), errorName(code));
   }
+  if (sayWarnings(*input.event, file, options)) input.exitCode = exitWarning;
   return input;
 }
 

@@ -688,6 +688,22 @@ TEST_F(ProgramTest, AStartListGivesStartTimes) {
   }
 }
 
+TEST_F(ProgramTest, ADamagedValueIsSaidAndDoesNotSpoilTheAnalysis) {
+  const std::string event = folder_ / "race.lrk4";
+  ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
+  const Result whole = run("analyse " + event);
+  std::string bytes = bytesOf(event);
+  const auto accuracy = bytes.find("\x48\x02\x49");  // seconds, before the course type
+  ASSERT_NE(accuracy, std::string::npos);
+  bytes[accuracy + 1] = 77;
+  folder_.write("race.lrk4", bytes);
+  const Result damaged = run("analyse -v " + event);
+  EXPECT_EQ(damaged.exitCode, 3);
+  EXPECT_EQ(damaged.out, whole.out);
+  EXPECT_EQ(damaged.err, event + ": category \"H21\": timeAccuracy 77\n" + event +
+                             ": 1 value is damaged, the default is taken\n");
+}
+
 TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {
   const std::string list = folder_.write("list.xml", test::list3(test::class3("<PersonResult/>")));
   const Result counted = run("info " + list);

@@ -46,6 +46,14 @@ TEST(DateTest, AlmostMidnightIsTheNextDay) {
 TEST(DateTest, IsoText) {
   EXPECT_EQ(toIsoText(dateOf({2026, 5, 3})), "2026-05-03");
   EXPECT_EQ(toIsoText(dateOf({2026, 5, 3}, 3723 * 100)), "2026-05-03T01:02:03");
+  EXPECT_EQ(dateFromIso("2026-05-03"), dateOf({2026, 5, 3}));
+  EXPECT_EQ(dateFromIso("0001-01-01 23:59:59"), dateOf({1, 1, 1}, 8639900));
+  EXPECT_EQ(dateFromIso("1899-12-30"), Date{0});
+  for (const char* text : {"", "2026-5-3", "2026-05-3x", "2026-02-29", "2026-00-01", "0000-01-01",
+                           "2026-05-03T", "2026-05-03T24:00:00", "2026-05-03T12:60:00",
+                           "2026-05-03T12:00", "2026-05-03T12:00:00Z", "x2026-05-03"}) {
+    EXPECT_FALSE(dateFromIso(text)) << text;
+  }
 }
 
 }  // namespace

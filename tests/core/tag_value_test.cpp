@@ -18,6 +18,14 @@ TEST(TagValueTest, ValuesConvertToTheTypeOfTheProperty) {
   EXPECT_EQ(fromTagValue<bool>(std::string("0")), false);
   EXPECT_EQ(fromTagValue<Date>(std::int32_t{2}), Date{2});
   EXPECT_EQ(fromTagValue<enmStatus>(std::int32_t{6}), estaMisPunch);
+  EXPECT_EQ(fromTagValue<enmStatus>(std::string("14")), estaUnknown);
+  EXPECT_EQ(fromTagValue<std::int32_t>(std::string("-2147483648.5")), -2147483647 - 1);
+  EXPECT_EQ(fromTagValue<std::int16_t>(std::string("32767.4")), 32767);
+  EXPECT_EQ(fromTagValue<Date>(std::string(" 2026-05-03 ")), Date{46145});
+  EXPECT_EQ(fromTagValue<Date>(std::string("2026-05-03T06:00:00")), Date{46145.25});
+  EXPECT_EQ(fromTagValue<Date>(std::string("46145.5")), Date{46145.5});
+  EXPECT_EQ(fromTagValue<bool>(std::string("TRUE")), true);
+  EXPECT_EQ(fromTagValue<bool>(std::string(" false")), false);
 }
 
 TEST(TagValueTest, WhatCannotBeConvertedIsNothing) {
@@ -25,7 +33,18 @@ TEST(TagValueTest, WhatCannotBeConvertedIsNothing) {
   EXPECT_FALSE(fromTagValue<std::int32_t>(TagValue{}));
   EXPECT_FALSE(fromTagValue<std::string>(TagValue{}));
   EXPECT_FALSE(fromTagValue<std::int16_t>(std::int32_t{40000}));
-  EXPECT_FALSE(fromTagValue<enmStatus>(std::int32_t{70000}));
+  for (const int status : {-1, 15, 9999, 70000}) EXPECT_FALSE(fromTagValue<enmStatus>(status));
+  EXPECT_FALSE(fromTagValue<enmTimeAccuracy>(6));
+  const std::string huge = "1" + std::string(300, '0');
+  for (const std::string& text : {std::string("99999999999"), std::string("2147483647.5"), huge}) {
+    EXPECT_FALSE(fromTagValue<std::int32_t>(text)) << text;
+    EXPECT_FALSE(fromTagValue<Date>(text)) << text;
+  }
+  EXPECT_FALSE(fromTagValue<std::int16_t>(std::string("32767.5")));  // rounds to 32768
+  EXPECT_FALSE(fromTagValue<float>(huge));
+  EXPECT_FALSE(fromTagValue<Date>(Date{1e300}));
+  EXPECT_FALSE(fromTagValue<Date>(std::string("2026-02-29")));
+  EXPECT_FALSE(fromTagValue<bool>(std::string("yes")));
 }
 
 TEST(OrderedMapTest, KeepsTheOrderOfAdditionThroughErasure) {

@@ -125,6 +125,55 @@ TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
   EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
 }
 
+// What no property can hold reads as its default, by whatever way, and can be asked for.
+TEST_F(DamagedFile, ValuesThatNoPropertyCanHold) {
+  const std::string runner = hex("82 01  82 05  98 63  9A 04  96 0000C07F  9B 9C7500883CE4377E") +
+                             hex("94 0100 52  82 05");
+  const std::string category = hex("43 0300 483231  41 09  48 4D  49 05  4A 02  4A 04  80") +
+                               little(runner.size(), 4) + runner;
+  const std::string good = hex("43 0100 41  48 05  80 02000000 98 0E");
+  const std::string header = hex("1D 05  1E 02  27 06  19 000000000000F87F");
+  ASSERT_EQ(openBytes(eventFile({category, good}, {hex("60 0100 42  61 04")}, header)), 0);
+  EXPECT_EQ(event_.resultListStatus(), erlsDelta);
+  EXPECT_FALSE(event_.eventFormSet() || event_.classificationSet() || event_.startDateSet());
+  const LRKCategory read = *event_.category(0);
+  EXPECT_EQ(read.timeAccuracy(), etacSeconds);
+  EXPECT_EQ(read.courseType(), ectyNormal);
+  EXPECT_FALSE(read.IDTypeSet() || read.genderSet());
+  const LRKRunner& first = read.runner(0);
+  EXPECT_EQ(first.status(), estaUnknown);
+  EXPECT_FALSE(first.IDTypeSet() || first.genderSet() || first.rankingValueSet());
+  EXPECT_EQ(first.birthDate(), Date{0});
+  EXPECT_EQ(first.rankingName(), "R") << "what stands behind is read";
+  EXPECT_EQ(event_.category(1)->timeAccuracy(), etacAuto);
+  EXPECT_EQ(event_.derivedCourse(0)->requiredLegs(), LRKDerivedCourse().requiredLegs());
+  EXPECT_EQ(event_.extractCategoryTag(0, etagCategoryTimeAccuracy), TagValue(int{etacSeconds}));
+  EXPECT_EQ(event_.extractCategoryTag(0, etagCategoryIDType), TagValue());
+  std::vector<LRKRunner> found;
+  event_.searchRunners(found, {{etagRunnerStatus, TagValue(int{estaUnknown})}},
+                       {{etagRunnerStatus, ecopEqual}}, false);
+  EXPECT_EQ(found.size(), 2U);
+  std::string warnings;
+  for (const std::string& warning : event_.warnings()) warnings += warning + "\n";
+  EXPECT_EQ(warnings, R"(eventForm 5
+classification 6
+startDate
+category "H21": idType 9
+category "H21": timeAccuracy 77
+category "H21": courseType 5
+category "H21": gender 4
+category "H21": runner 1: idType 5
+category "H21": runner 1: status 99
+category "H21": runner 1: gender 4
+category "H21": runner 1: rankingValue
+category "H21": runner 1: birthDate
+category "H21": runner 1: idType 5
+derived course "B": requiredLegs 4
+)");
+  EXPECT_EQ(event_.category(0, event_.category(0)), 0);
+  EXPECT_EQ(event_.warnings().size(), 4U) << "the header's and the derived course's";
+}
+
 // Small files that ask for much: what is done to them needs at most ten times their size and 64 MB.
 // It would take minutes if its time grew with the square of it.
 TEST_F(DamagedFile, MemoryStaysInProportion) {

@@ -136,6 +136,8 @@ T sample(int n) {
     return Date{40000.25 + n};
   } else if constexpr (std::is_same_v<T, bool>) {
     return false;  // the only Boolean is true at first
+  } else if constexpr (std::is_enum_v<T>) {
+    return static_cast<T>(1 + n % lastEnumerator<T>);
   } else {
     return static_cast<T>(100 + n);
   }

@@ -3,7 +3,9 @@
 // A point in time as the event file counts it.
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "larkstone/core/types.hpp"
 
@@ -30,6 +32,9 @@ struct CalendarDate {
 /// does not exist or a year outside 1 .. 9999.
 Date dateOf(const CalendarDate& calendar, Time timeOfDay = 0);
 
+/// Whether the number is a date of the years 1 .. 9999.
+bool isDate(Date date);
+
 /// The calendar day; 30 December 1899 for a number that is no date of the years 1 .. 9999.
 CalendarDate calendarOf(Date date);
 
@@ -38,5 +43,9 @@ Time timeOfDay(Date date);
 
 /// "YYYY-MM-DD", or "YYYY-MM-DDThh:mm:ss" when the date has a time of day.
 std::string toIsoText(Date date);
+
+/// The date of such a text, in which a blank may stand for the T; nothing for any other text and
+/// for days and times that do not exist.
+std::optional<Date> dateFromIso(std::string_view text);
 
 }  // namespace larkstone

@@ -173,6 +173,28 @@ enum enmSort : std::int16_t {
 /// Which of several runners of one team on one relay leg counts for the team.
 enum enmRelayParallelMode : std::int16_t { erpmFastestTime = 0, erpmSlowestTime = 1 };
 
+/// The last enumerator of an enumeration that properties hold. All of them count on from 0.
+template <class Enumeration>
+inline constexpr std::int32_t lastEnumerator = -1;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmTimeAccuracy> = etacAuto;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmRequiredLegs> = erqlNone;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmStatus> = estaUnknown;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmGender> = egndMixed;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmIDType> = eidtOther;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmCourseType> = ectyRogaining;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmEventForm> = eefmRelay;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmEventClassification> = eclfClub;
+template <>
+inline constexpr std::int32_t lastEnumerator<enmResultListStatus> = erlsDelta;
+
 enum enmHAlign : std::int16_t { ehalLeft = 0, ehalCenter = 1, ehalRight = 2 };
 enum enmVAlign : std::int16_t { evalTop = 0, evalCenter = 1, evalBottom = 2 };
 

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "larkstone/core/text.hpp"
+
 namespace larkstone {
 
 namespace {
@@ -33,6 +35,24 @@ std::optional<double> numberOf(const TagValue& value) {
                             [](const std::string& text) -> Number { return wholeNumber(text); }},
                  value);
   return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+std::optional<bool> flagFrom(const TagValue& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    const std::string_view word = trimmed(*text);
+    if (equalNoCase(word, "true")) return true;
+    if (equalNoCase(word, "false")) return false;
+  }
+  const std::optional<double> number = numberOf(value);
+  return number ? std::optional(*number != 0) : std::nullopt;
+}
+
+std::optional<Date> dateFrom(const TagValue& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    if (const std::optional<Date> date = dateFromIso(trimmed(*text))) return date;
+  }
+  const std::optional<double> number = numberOf(value);
+  return number ? std::optional(Date{*number}) : std::nullopt;
 }
 
 std::optional<std::string> textOf(const TagValue& value) {

@@ -102,6 +102,11 @@ class LRKEvent {
   /// the record does not hold it. Lists give their count.
   TagValue extractCategoryTag(int categoryIndex, enmFileTag tag) const;
   TagValue extractDerivedCourseTag(int derivedCourseIndex, enmFileTag tag) const;
+  /// What the properties of the file that was opened, and of the categories and derived courses as
+  /// they are stored now, cannot hold, so that it reads as their defaults: enumerations beyond
+  /// their lists, numbers that are not finite, dates that are none. The first 10,000, each in
+  /// words: `category "H21": runner 3: status 99`. Reads all records.
+  std::vector<std::string> warnings() const;
 
   /// 0 for a closed event.
   int noOfCategories() const;

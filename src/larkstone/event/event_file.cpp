@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "larkstone/event/unheld_values.hpp"
+
 namespace larkstone {
 
 namespace {
@@ -18,11 +20,16 @@ struct Header {
   int version = 0;
   int noOfCategories = 0;
   int noOfDerivedCourses = 0;
-  std::int64_t dataOffset = 0;  // counted from 1
+  std::int64_t dataOffset = 0;      // counted from 1
+  std::vector<std::string> unheld;  // what no property can hold
 };
 
-void readHeaderRecord(ByteReader& reader, Header& header, LRKEvent& event) {
+void readHeaderRecord(std::string_view bytes, ByteReader& reader, Header& header, LRKEvent& event) {
   const enmFileTag tag = readTag(reader);
+  if (auto text = unheldValue<LRKEvent>(bytes.substr(reader.position()), tag);
+      text && header.unheld.size() < mostUnheldValues) {
+    header.unheld.push_back(std::move(*text));
+  }
   switch (tag) {
     case etagLRKFileVersion:
       header.version = reader.integer();
@@ -50,7 +57,7 @@ std::int64_t readHeader(const File& file, std::int32_t headerLength, Header& hea
       headerOffset, std::min(file.size(), std::max(last, headerOffset) + longestRecord));
   ByteReader reader(bytes);
   const auto position = [&] { return headerOffset + static_cast<std::int64_t>(reader.position()); };
-  while (position() <= last && !reader.failed()) readHeaderRecord(reader, header, event);
+  while (position() <= last && !reader.failed()) readHeaderRecord(bytes, reader, header, event);
   return reader.failed() ? -1 : position();
 }
 
@@ -126,6 +133,7 @@ std::int32_t readEventFile(const File& file, LRKEvent& event, EventStore& store)
       !allWithin(store.categories, length) || !allWithin(store.derivedCourses, length)) {
     return LRK_INVALID_FILE_FORMAT;
   }
+  store.unheldInHeader = std::move(header.unheld);
   numberPlaces(store.categories);
   numberPlaces(store.derivedCourses);
   const auto append = [&](std::string_view bytes) { return store.append(bytes); };

@@ -51,6 +51,7 @@ class EventStore {
 
   std::vector<Record> categories;  ///< by file index
   std::vector<Record> derivedCourses;
+  std::vector<std::string> unheldInHeader;  ///< see unheld_values.hpp
 
   bool isFull() const { return categories.size() + derivedCourses.size() >= mostRecords; }
   /// Gives the categories their file indices as places.

@@ -1,5 +1,9 @@
 #include "larkstone/event/record_codec.hpp"
 
+#include "larkstone/model/category.hpp"
+#include "larkstone/model/derived_course.hpp"
+#include "larkstone/model/runner.hpp"
+
 namespace larkstone {
 
 namespace {
@@ -11,9 +15,26 @@ TagValue readListCount(ByteReader& reader, std::int64_t bytesPerEntry) {
   return count;
 }
 
+// The value as a property of that tag holds it.
+template <class Owner>
+TagValue held(enmFileTag tag, TagValue value) {
+  const TagEncoding encoding = encodingOf(tag);
+  if (encoding != TagEncoding::byte && encoding != TagEncoding::single &&
+      encoding != TagEncoding::date) {
+    return value;
+  }
+  visitRow<Owner>(tag, [&value](const auto& row) {
+    using Row = std::decay_t<decltype(row)>;
+    if (fromTagValue<typename Row::Type>(value)) return;
+    value = {};
+    if constexpr (isValueRow<Row>) value = toTagValue(Owner().*row.member);
+  });
+  return value;
+}
+
 }  // namespace
 
-TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
+TagValue readRawValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
   if (!isIn(range, tag)) {
     reader.skipText();
     return {};
@@ -50,11 +71,19 @@ TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag)
   return {};
 }
 
+TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
+  TagValue value = readRawValue(reader, range, tag);
+  if (!isIn(range, tag)) return value;
+  if (range.first == runnerTags.first) return held<LRKRunner>(tag, std::move(value));
+  if (range.first == categoryTags.first) return held<LRKCategory>(tag, std::move(value));
+  return held<LRKDerivedCourse>(tag, std::move(value));
+}
+
 void skipTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag) {
   if (encodingOf(tag) == TagEncoding::text) {
     reader.skipText();
   } else {
-    readTagValue(reader, range, tag);
+    readRawValue(reader, range, tag);
   }
 }
 

@@ -36,8 +36,11 @@ constexpr bool isIn(const TagRange& range, enmFileTag tag) {
 inline enmFileTag readTag(ByteReader& reader) { return static_cast<enmFileTag>(reader.byte()); }
 
 /// Reads past a record's value and hands it out where it is a single one. A list gives its count,
-/// a block and a foreign tag nothing.
+/// a block and a foreign tag nothing. A value that the property cannot hold reads as readRecord()
+/// leaves it: as its default, or as nothing where it has none.
 TagValue readTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag);
+/// The same as it stands in the file.
+TagValue readRawValue(ByteReader& reader, const TagRange& range, enmFileTag tag);
 /// Only reads past it; a text is not converted.
 void skipTagValue(ByteReader& reader, const TagRange& range, enmFileTag tag);
 
@@ -104,15 +107,31 @@ void writeRecords(ByteWriter& writer, const Owner& owner, WriteOwn&& writeOwn) {
   });
 }
 
+/// Gives a property or value its default back.
+template <class Owner, class Row>
+void resetRow(Owner& owner, const Row& row) {
+  if constexpr (isPropertyRow<Row>) {
+    owner.*row.member = {};
+  } else if constexpr (std::is_enum_v<typename Row::Type>) {
+    owner.*row.member = Owner().*row.member;
+  } else {
+    owner.*row.member = typename Row::Type();
+  }
+}
+
 /// Reads the value behind a tag into its property, whose flag is set then; an incomplete value
-/// leaves the property. False when the table has no such tag; nothing is read then.
+/// leaves the property, one that the property cannot hold (an enumeration beyond its list, a number
+/// that is not finite, a date that is none) gives it its default. False when the table has no such
+/// tag; nothing is read then.
 template <class Owner>
 bool readRecord(ByteReader& reader, enmFileTag tag, Owner& owner) {
   return visitRow<Owner>(tag, [&](const auto& row) {
     using Row = std::decay_t<decltype(row)>;
     auto value = readValue<typename Row::Type>(reader, encodingOf(tag));
     if (reader.failed()) return;
-    if constexpr (isPropertyRow<Row>) {
+    if (!isValid(value)) {
+      resetRow(owner, row);
+    } else if constexpr (isPropertyRow<Row>) {
       owner.*row.member = {std::move(value), true};
     } else {
       owner.*row.member = std::move(value);

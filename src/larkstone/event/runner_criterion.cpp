@@ -37,6 +37,9 @@ std::optional<double> soughtNumber(enmFileTag tag, const TagValue& sought) {
   const TagEncoding encoding = encodingOf(tag);
   if (encoding == TagEncoding::text) return std::nullopt;
   std::optional<double> number = numberOf(sought);
+  if (encoding == TagEncoding::date && !number) {
+    if (const std::optional<Date> date = fromTagValue<Date>(sought)) number = date->day;
+  }
   if (number && encoding == TagEncoding::single) number = static_cast<float>(*number);
   return number;
 }
