@@ -8,8 +8,6 @@
 #include "larkstone/core/number.hpp"
 #include "larkstone/core/time.hpp"
 
-#include "cli/analysis_options.hpp"
-#include "cli/forkings.hpp"
 #include "cli/stages.hpp"
 
 namespace larkstone::cli {
@@ -80,18 +78,23 @@ int finishersOf(const LRKCategory& category) {
   return finishers;
 }
 
-// How many of the category are not on its course, and why: "3: 2 no controls, 1 other legs".
+// How many of the category are not on its course, and why: "3: 2 no controls, 1 legs missing".
 std::string offCourseText(const LRKCategory& category, const LRKCourse& course) {
-  const std::vector<const LRKRunner*> refused = refusedRunners(category, course);
-  if (refused.empty()) return none;
-  const auto withControls = std::count_if(
-      refused.begin(), refused.end(), [](const LRKRunner* runner) { return hasControls(*runner); });
-  const auto others = static_cast<std::ptrdiff_t>(refused.size()) - withControls;
-  const std::string all = std::to_string(refused.size()) + ": ";
-  if (withControls == 0) return all + "no controls";
-  if (others == 0) return all + "other legs";
-  return all + std::to_string(others) + " no controls, " + std::to_string(withControls) +
-         " other legs";
+  const int all = category.noOfRunners() - course.noOfRunners();
+  const std::pair<int, const char*> reasons[] = {
+      {all - course.noOfRefusedRunners(), "no controls"},  // whom toCourse() left out
+      {course.noOfRefusedRunners(erefNoFit), "no leg of the course"},
+      {course.noOfRefusedRunners(erefTooFewLegs), "legs missing"},
+      {course.noOfRefusedRunners(erefOtherLegs), "other legs too"},
+      {course.noOfRefusedRunners(erefCourseIsFull), "course full"},
+  };
+  std::string text;
+  for (const auto& [runners, why] : reasons) {
+    if (runners <= 0) continue;
+    if (runners == all) return std::to_string(all) + ": " + why;
+    text += (text.empty() ? ": " : ", ") + std::to_string(runners) + " " + why;
+  }
+  return text.empty() ? none : std::to_string(all) + text;
 }
 
 // In characters: every byte that does not continue one.
