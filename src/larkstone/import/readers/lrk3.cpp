@@ -103,8 +103,8 @@ class Lrk3Reader {
     ByteReader header(file_);
     header.raw(static_cast<std::int64_t>(magic.size()));
     job_.event.name(shortText(header));
-    const std::int64_t day = count32(header);
-    if (day > 0) job_.event.eventDate(Date{static_cast<double>(day)});
+    const Date date{static_cast<double>(count32(header))};
+    if (date.day > 0 && isDate(date)) job_.event.eventDate(date);
     const int noOfCategories = count16(header);
     for (int i = 0; i < noOfCategories; ++i) {
       const std::int64_t offset = count32(header) - 1;
