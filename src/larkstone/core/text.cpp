@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
+#include <optional>
+
+#include "larkstone/core/letters.hpp"
 
 namespace larkstone {
 
@@ -14,36 +18,14 @@ constexpr std::array<char16_t, 32> highControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-// Plain letters for U+0100 to U+017F, in order; those the page holds are found before.
-constexpr std::string_view latinExtendedA =
-    "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlLlLl"
-    "NnNnNnnNnOoOoOoOoRrRrRrSsSsSsSsTtTtTtUuUuUuUuUuUuWwYyYZzZzZzs";
-static_assert(latinExtendedA.size() == 0x80);
-
-// Greek and Cyrillic letters read by their sound, at the least distance that one byte allows.
-constexpr std::string_view greek = "ABGDEZHTIKLMNXOPR?STYFCPO";            // U+0391 to U+03A9
-constexpr std::string_view cyrillic = "ABVGDEZZIJKLMNOPRSTUFHCCSS?Y?EUA";  // U+0410 to U+042F
-
-struct Relative {
-  char32_t character;
-  char plain;
-};
-constexpr std::array<Relative, 26> relatives = {{
-    {0x0218, 'S'},  {0x0219, 's'}, {0x021A, 'T'}, {0x021B, 't'}, {0x01CD, 'A'}, {0x01CE, 'a'},
-    {0x01E6, 'G'},  {0x01E7, 'g'}, {0x1E9E, 'S'}, {0x2000, ' '}, {0x2002, ' '}, {0x2003, ' '},
-    {0x2009, ' '},  {0x200A, ' '}, {0x2010, '-'}, {0x2011, '-'}, {0x2012, '-'}, {0x2015, '-'},
-    {0x2032, '\''}, {0x2033, '"'}, {0x2044, '/'}, {0x202F, ' '}, {0x2212, '-'}, {0x02BC, '\''},
-    {0x0401, 'E'},  {0x0451, 'e'},
-}};
-
-// Letters with two marks (U+1EA0 to U+1EF9), by their base letter.
-constexpr std::string_view vietnamese =
-    "AaAaAaAaAaAaAaAaAaAaAaAaEeEeEeEeEeEeEeEeIiIiOoOoOoOoOoOoOoOoOoOoOoOoUuUuUuUuUuUuUuYyYyYyYy";
-static_assert(vietnamese.size() == 0x1EFA - 0x1EA0);
-
 constexpr char lowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
-constexpr bool isMark(char32_t c) { return c >= 0x300 && c <= 0x36F; }
+// Marks that stand on the letter before them: the blocks of combining diacritical marks.
+constexpr bool isMark(char32_t c) {
+  return (c >= 0x300 && c <= 0x36F) || (c >= 0x1AB0 && c <= 0x1AFF) ||
+         (c >= 0x1DC0 && c <= 0x1DFF) || (c >= 0x20D0 && c <= 0x20FF) ||
+         (c >= 0xFE20 && c <= 0xFE2F);
+}
 
 struct Decoded {
   char32_t character = 0;
@@ -75,70 +57,43 @@ char32_t characterOf(std::uint8_t byte) {
   return byte >= 0x80 && byte < 0xA0 ? highControls[byte - 0x80] : byte;
 }
 
-char plainRelative(char32_t c) {
-  if (c >= 0x100 && c < 0x180) return latinExtendedA[c - 0x100];
-  if (c >= 0x1EA0 && c < 0x1EFA) return vietnamese[c - 0x1EA0];
-  if (c >= 0x391 && c <= 0x3A9) return greek[c - 0x391];
-  if (c == 0x3C2) return 's';
-  if (c >= 0x3B1 && c <= 0x3C9) return lowerAscii(greek[c - 0x3B1]);
-  if (c >= 0x410 && c <= 0x42F) return cyrillic[c - 0x410];
-  if (c >= 0x430 && c <= 0x44F) return lowerAscii(cyrillic[c - 0x430]);
-  for (const Relative& relative : relatives) {
-    if (relative.character == c) return relative.plain;
+// The byte of a character that the page holds.
+std::optional<char> heldByte(char32_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c < 0x100)) return static_cast<char>(c);
+  const auto* const found = std::find(highControls.begin(), highControls.end(), c);
+  if (found == highControls.end()) return std::nullopt;
+  return static_cast<char>(0x80 + (found - highControls.begin()));
+}
+
+// How many bytes of ASCII a text begins with.
+std::size_t asciiLength(std::string_view text) {
+  std::size_t length = 0;
+  for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if ((word & 0x8080808080808080U) != 0) break;
   }
-  return '?';
+  while (length < text.size() && (text[length] & 0x80) == 0) ++length;
+  return length;
 }
 
-char32_t lowerOf(char32_t c) {
-  if (c < 0x80) return static_cast<unsigned char>(lowerAscii(static_cast<char>(c)));
-  if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return c + 32;
-  if (c == 0x178) return 0xFF;
-  const bool evenIsUpper = (c >= 0x100 && c <= 0x137 && c != 0x130 && c != 0x131) ||
-                           (c >= 0x14A && c <= 0x177) || (c >= 0x218 && c <= 0x21B) ||
-                           (c >= 0x1EA0 && c < 0x1EFA);
-  if (evenIsUpper) return c | 1;
-  const bool oddIsUpper = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
-  if (oddIsUpper) return c + (c & 1);
-  if (c >= 0x391 && c <= 0x3A9 && c != 0x3A2) return c + 32;
-  if (c >= 0x410 && c <= 0x42F) return c + 32;
-  if (c >= 0x400 && c <= 0x40F) return c + 80;
-  return c;
-}
+bool isAscii(std::string_view text) { return asciiLength(text) == text.size(); }
 
-char32_t upperOf(char32_t c) {
-  if (c >= 'a' && c <= 'z') return c - 32;
-  if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return c - 32;
-  if (c == 0xFF) return 0x178;
-  if (c == 0x161 || c == 0x153 || c == 0x17E) return c - 1;
-  return c;
-}
-
-// Hands on every character, and every byte that is not part of one.
-template <class UseCharacter, class UseByte>
-void forEachCharacter(std::string_view utf8, UseCharacter useCharacter, UseByte useByte) {
-  while (!utf8.empty()) {
-    const Decoded next = decode(utf8);
-    if (next.length == 0) {
-      useByte(utf8.front());
-    } else {
-      useCharacter(next.character);
-    }
-    utf8.remove_prefix(std::max<std::size_t>(next.length, 1));
-  }
-}
-
+// Every character by itself; bytes that are not part of one stay.
 template <class Change>
 std::string changed(std::string_view utf8, Change change) {
   std::string result;
   result.reserve(utf8.size());
-  forEachCharacter(
-      utf8, [&](char32_t character) { appendUtf8(result, change(character)); },
-      [&](char byte) { result += byte; });
+  while (!utf8.empty()) {
+    const Decoded next = decode(utf8);
+    if (next.length <= 1) {
+      result += next.length == 0 ? utf8.front() : static_cast<char>(change(next.character));
+      utf8.remove_prefix(1);
+    } else {
+      appendUtf8(result, change(next.character));
+      utf8.remove_prefix(next.length);
+    }
+  }
   return result;
-}
-
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
 }
 
 }  // namespace
@@ -238,38 +193,54 @@ std::string utf8FromWindows1252(std::string_view bytes) {
 }
 
 char windows1252Byte(char32_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c < 0x100)) return static_cast<char>(c);
-  const auto* const found = std::find(highControls.begin(), highControls.end(), c);
-  if (found != highControls.end()) {
-    return static_cast<char>(0x80 + (found - highControls.begin()));
+  const std::optional<char> held = heldByte(c);
+  return held ? *held : plainestRelative(c);
+}
+
+bool windows1252Holds(std::string_view utf8) {
+  utf8.remove_prefix(asciiLength(utf8));
+  while (!utf8.empty()) {
+    const Decoded next = decode(utf8);
+    if (next.length > 0 && !heldByte(next.character)) return false;
+    utf8.remove_prefix(std::max<std::size_t>(next.length, 1));
+    utf8.remove_prefix(asciiLength(utf8));
   }
-  return plainRelative(c);
+  return true;
 }
 
 std::string windows1252FromUtf8(std::string_view utf8) {
-  if (isAscii(utf8)) return std::string(utf8);
   std::string result;
   result.reserve(utf8.size());
-  // A combining mark behind its letter: the letter alone is the plainest relative.
-  forEachCharacter(
-      utf8,
-      [&](char32_t character) {
-        if (!isMark(character)) result += windows1252Byte(character);
-      },
-      [&](char byte) { result += byte; });
+  while (!utf8.empty()) {
+    const std::size_t ascii = asciiLength(utf8);
+    result += utf8.substr(0, ascii);
+    utf8.remove_prefix(ascii);
+    if (utf8.empty()) break;
+    const Decoded next = decode(utf8);
+    if (next.length == 0) {
+      result += utf8.front();
+    } else if (!isMark(next.character)) {
+      result += windows1252Byte(next.character);
+    }
+    utf8.remove_prefix(std::max<std::size_t>(next.length, 1));
+  }
   return result;
 }
 
 namespace {
 
+// The bytes in another case. A letter whose other case the page lacks stays.
+std::array<char, 256> bytesIn(char32_t (*otherCase)(char32_t)) {
+  std::array<char, 256> bytes{};
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const char32_t other = otherCase(characterOf(static_cast<std::uint8_t>(i)));
+    bytes[i] = heldByte(other).value_or(static_cast<char>(i));
+  }
+  return bytes;
+}
+
 const std::array<char, 256>& loweredBytes() {
-  static const std::array<char, 256> lowered = [] {
-    std::array<char, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i) {
-      table[i] = windows1252Byte(lowerOf(characterOf(static_cast<std::uint8_t>(i))));
-    }
-    return table;
-  }();
+  static const std::array<char, 256> lowered = bytesIn(lowerOf);
   return lowered;
 }
 
@@ -278,7 +249,8 @@ const std::array<char, 256>& loweredBytes() {
 char lowered1252(char byte) { return loweredBytes()[static_cast<std::uint8_t>(byte)]; }
 
 char uppered1252(char byte) {
-  return windows1252Byte(upperOf(characterOf(static_cast<std::uint8_t>(byte))));
+  static const std::array<char, 256> uppered = bytesIn(upperOf);
+  return uppered[static_cast<std::uint8_t>(byte)];
 }
 
 std::string lowered1252(std::string_view bytes) {
