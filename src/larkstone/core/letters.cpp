@@ -59,7 +59,7 @@ constexpr Nearby nearbyOf(const CaseRange (&ranges)[n]) {
   Nearby nearby{};
   for (std::size_t c = 0; c < nearby.size(); ++c) nearby[c] = static_cast<char16_t>(c);
   for (const CaseRange& range : ranges) {
-    for (char32_t c = range.first; c <= range.last && c < nearby.size(); c += range.step) {
+    for (char32_t c = range.first; c <= range.last && c < nearby.size(); ++c) {
       nearby[c] = static_cast<char16_t>(range.of(c));
     }
   }
