@@ -278,8 +278,8 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
   const std::string head = "OS0012;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;A;B;C;D;E;";
   EXPECT_EQ(
       importCsv(head + "Xtra1;F;G;H;I;J;K;L;M;N;O;P;Q;R;Xtra2;\n"
-                       ";7;;2;;;0:00;28:00;0;1;;;;5;OK;Syd;;;;1;H;Herrar;;;;;;;;;;"
-                       "0;1;1;Ek;Ed;;;0:00;15:00;;0;12;;9;0;2;1;Dal;Di;04;F;15:00;;10:00;0;;;;"
+                       ";7;;2;;;0:00;28:00;0;2;;;;5;OK;Syd;;;;1;H;Herrar;;;;;;;;;;"
+                       "0;1;1;Ek;Ed;;;0:00;15:00;;0;12;;9;0;2;1;Dal;Di;04;F;;26:00;10:00;0;;;;"
                        "0;3;1;;;;;;;;;;;;4;\n"
                        ";7;;;;;;;;;;;;;;;;;;;H;Herrar;\n;7;;Nord;;;;;1;;;;;;;;;;;;D;Damer;\n;7;\n"
                        ";8;;Gast;;;;;0;AK;;;;;;;;;;;D;Damer;\n"),
@@ -292,9 +292,11 @@ TEST_F(CsvTest, RelayRowsOfTeamsHoldABlockForEachRunner) {
   EXPECT_EQ(test::setProperties(runner(2, 0)),
             "firstName=Di lastName=Dal clubID=5 club=OK Syd gender=2 birthDate=2004-01-01 "
             "birthDateFormat=YYYY relayLeg=2 relayTeamID=7 relayTeam=OK Syd 2 ");
+  EXPECT_EQ(test::textOf(runner(2, 0).punches()), "S 96000, F 156000");
   EXPECT_EQ(runner(3, 0).name(), "Nord");
   EXPECT_EQ(runner(3, 1).status(), estaNotCompeting);
-  EXPECT_THAT(told, ElementsAre("too few fields", "team stands twice in the list"));
+  EXPECT_THAT(told, ElementsAre("too few fields", "team stands twice in the list",
+                                "the list places teams otherwise than their times \"OK Syd 2\""));
 }
 
 }  // namespace

@@ -111,9 +111,9 @@ TEST_F(RelayTest, TeamsHaveTheTimesOfTheList) {
       // A restart, and a penalty of a minute.
       team("A",
            legs("3600", overall("3600", "OK"), "10:50:00", "1500", overall("5160", "OK", "2"))) +
-      // A minute of waiting that does not count.
+      // Half a minute of penalty on the first leg, a minute of waiting that does not count.
       team("B",
-           legs("1800", overall("1800", "OK"), "10:31:00", "3000", overall("4800", "OK", "1"))) +
+           legs("1800", overall("1830", "OK"), "10:31:00", "3000", overall("4800", "OK", "1"))) +
       unnamed + team("D", member("Two", 2, "10:40:00", "1500", "OK", "", overall("3900", "OK"))) +
       // Nothing is told: the members' own times.
       team("E", legs("2000", "", "10:50:00", "1000", ""));
@@ -121,7 +121,7 @@ TEST_F(RelayTest, TeamsHaveTheTimesOfTheList) {
   EXPECT_THAT(
       runnersOf(0),
       ElementsAre("A 0 4: S 3600000, 31 3960000, F 4116000",
-                  "B 0 3: S 3600000, 31 3780000, F 4080000", "OK C 7 0: S 3600000, 31 -, F 4200000",
+                  "B 0 3: S 3600000, 31 3783000, F 4080000", "OK C 7 0: S 3600000, 31 -, F 4200000",
                   "D 0 2: S 3840000, 31 -, F 4230000", "E 0 1: S 3600000, 31 3800000, F 3900000"));
   EXPECT_EQ(runner(2, 2).relayTeam() + ' ' + textOf(runner(2, 0).punches()),
             "OK C S 3900000, F 4050000");
