@@ -1,7 +1,6 @@
 // larkstone import: result lists into an event file.
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "larkstone/core/text.hpp"
 #include "larkstone/core/time.hpp"
 #include "larkstone/import/import.hpp"
+#include "larkstone/platform/file.hpp"
 
 #include "cli/event_input.hpp"
 #include "cli/format_name.hpp"
@@ -39,8 +39,7 @@ Time zeroTime(const std::string& text) {
 bool areDistinct(const std::vector<std::string>& files) {
   for (auto file = files.begin(); file != files.end(); ++file) {
     const bool isFirst = std::none_of(files.begin(), file, [&file](const std::string& before) {
-      std::error_code ignored;
-      return std::filesystem::equivalent(before, *file, ignored);
+      return isSameFile(before, *file);
     });
     if (isFirst) continue;
     sayError(*file, "the list is given twice (see larkstone import --help)");
