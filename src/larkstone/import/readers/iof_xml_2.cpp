@@ -1,6 +1,8 @@
 // IOF XML 2.0.3 and before: clock times and running times as texts.
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -166,7 +168,10 @@ void readRank(XmlNode rank, LRKRunner& runner) {
     runner.rankingPosition(saturated<std::int16_t>(*position));
   }
   ifText(rank.child("RankValue"), [&](const std::string& text) {
-    runner.rankingValue(static_cast<float>(textToNumber(text)));
+    const double value = textToNumber(text);
+    if (std::abs(value) <= std::numeric_limits<float>::max()) {
+      runner.rankingValue(static_cast<float>(value));
+    }
   });
 }
 
