@@ -138,10 +138,12 @@ Run declareTable(CLI::App& command) {
   command.add_flag("--start-times", options->view.startTimes, "Show start times");
   command.add_flag("--finish-times", options->view.finishTimes, "Show finish times");
   command.add_flag("--relative", options->view.relative, "Show times relative to the best");
-  command.add_flag("--tooltips", options->view.tooltips, "Explain time losses and estimated times");
+  command.add_flag("--tooltips", options->view.tooltips, "Explain time losses and estimated times")
+      ->excludes(text);
   command.add_option("--top", options->view.top, "Mark the places up to this one")
       ->type_name("N")
-      ->check(CLI::Range(0, 32767));
+      ->check(CLI::Range(0, 32767))
+      ->excludes(text);
   command.add_option("--base-url", options->view.baseURL, "Make the captions links that sort")
       ->type_name("URL")
       ->excludes(text);

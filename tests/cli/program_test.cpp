@@ -59,6 +59,8 @@ TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
         "analyse --time-loss-percent 20 " + race_,
         "analyse --time-loss-percent nan " + race_,
         "table --text --base-url /t " + race_,
+        "table --text --top 3 " + race_,
+        "table --text --tooltips " + race_,
         "import -o x.lrk4 " + race_ + " " + folder_.path() + "/./race.xml",
         "import --zero-time soon " + race_ + " -o x.lrk4",
         "import " + race_}) {
