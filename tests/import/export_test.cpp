@@ -5,8 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include <gtest/gtest.h>
-
 #include "imported.hpp"
 
 namespace larkstone {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "larkstone/event/event.hpp"
 #include "larkstone/import/import.hpp"
@@ -15,6 +15,8 @@
 #include "support/temp_folder.hpp"
 
 namespace larkstone::test {
+
+using testing::ElementsAre;
 
 /// "S 3600000, 31 3606000, F -" with times in hundredths.
 inline std::string textOf(const LRKPunches& punches) {

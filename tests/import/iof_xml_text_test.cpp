@@ -1,7 +1,5 @@
 // The forms in which the text of a list arrives: encodings, prefixes, damage.
 
-#include <gtest/gtest.h>
-
 #include "larkstone/core/text.hpp"
 #include "larkstone/import/xml_preparation.hpp"
 #include "larkstone/platform/xml.hpp"

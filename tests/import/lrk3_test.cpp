@@ -1,8 +1,5 @@
 // Event files of the previous generation.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "larkstone/event/export.hpp"
 
 #include "imported.hpp"

@@ -1,15 +1,14 @@
 // Relays: the categories they are taken apart into, and the lists they come from.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "larkstone/core/text.hpp"
 
 #include "imported.hpp"
+#include "treated_pages.hpp"
 
 namespace larkstone {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 
 class RelayTest : public ImportTest {
  protected:
@@ -103,10 +102,11 @@ TEST_F(RelayTest, TeamsHaveTheTimesOfTheList) {
     return member("One", 1, "10:00:00", time, "OK", "", after) +
            member("Two", 2, start, last, "OK", "", total);
   };
-  std::string unnamed = team(
-      "C", member("One", 1, "10:00:00", "", "DidNotFinish") +
-               member("Two", 2, "10:50:00", "1600", "OK", "", overall("6000", "DidNotFinish")));
-  unnamed.erase(unnamed.find("<Name>"), std::string_view("<Name>C</Name>").size());
+  const std::string unnamed =
+      element("TeamResult",
+              "<Organisation><Name>OK C</Name></Organisation>" +
+                  member("One", 1, "10:00:00", "", "DidNotFinish") +
+                  member("Two", 2, "10:50:00", "1600", "OK", "", overall("6000", "DidNotFinish")));
   const std::string teams =
       // A restart, and a penalty of a minute.
       team("A",
@@ -156,37 +156,23 @@ TEST_F(RelayTest, LegsInClassResultsOfTheirOwnAreOneRelay) {
 }
 
 TEST_F(RelayTest, VersionTwoTellsOfLegsByOrder) {
-  const auto person = [](std::string_view name, std::string_view result) {
-    return element("PersonResult",
-                   element("Person", element("PersonName", element("Given", name))) +
-                       element("Result", result));
-  };
   const std::string ok = "<CompetitorStatus value='OK'/>";
+  const std::string start = clock2("StartTime", "10:00:00");
   const std::string members =
-      person("Ada", ok + element("Time", "27:00") + split("31", "2:00")) +
-      person("Aga", ok + element("Time", "28:00")) +
-      person("Ann", ok + "<TeamSequence>2</TeamSequence><Time>29:00</Time>");
-  const std::string list =
-      "<IOFVersion version='2.0.3'/>" +
-      element("ClassResult", "<ClassShortName>Men</ClassShortName>" +
-                                 element("TeamResult",
-                                         "<TeamName>A</TeamName><CountryId value='SUI'/><StartTime>"
-                                         "<Clock>10:00:00</Clock></StartTime><Time>56:30</Time>"
-                                         "<ResultPosition>1</ResultPosition><TeamStatus "
-                                         "value='OK'/>" +
-                                             members) +
-                                 // The total is that between the clocks, though nobody finished.
-                                 element("TeamResult",
-                                         "<StartTime><Clock>10:00:00</Clock></StartTime>"
-                                         "<FinishTime><Clock>11:10:00</Clock></FinishTime>"
-                                         "<Club><Name>C</Name></Club>" +
-                                             person("Cia",
-                                                    "<CompetitorStatus value='MisPunch'/>"
-                                                    "<Time>27:00</Time>")) +
-                                 element("TeamResult",
-                                         "<TeamName>B</TeamName><FinishTime><Clock>11:00:00"
-                                         "</Clock></FinishTime>"));
-  ASSERT_EQ(importXml(element("ResultList", list)), 0);
+      person2(ok + element("Time", "27:00") + split("31", "2:00"), "Ada") +
+      person2(ok + element("Time", "28:00"), "Aga") +
+      person2(ok + "<TeamSequence>2</TeamSequence><Time>29:00</Time>", "Ann");
+  const std::string teams =
+      element("TeamResult", "<TeamName>A</TeamName><CountryId value='SUI'/>" + start +
+                                "<Time>56:30</Time><ResultPosition>1</ResultPosition>"
+                                "<TeamStatus value='OK'/>" +
+                                members) +
+      // The total is that between the clocks, though nobody finished.
+      element("TeamResult",
+              start + clock2("FinishTime", "11:10:00") + "<Club><Name>C</Name></Club>" +
+                  person2("<CompetitorStatus value='MisPunch'/><Time>27:00</Time>", "Cia")) +
+      element("TeamResult", "<TeamName>B</TeamName>" + clock2("FinishTime", "11:00:00"));
+  ASSERT_EQ(importXml(list2(class2(teams, "Men"))), 0);
   // Starts that are not told follow from the team's start and the leg before.
   EXPECT_THAT(runnersOf(0),
               ElementsAre("A 0 1: S 3600000, 31 3762000, F 3939000",
@@ -284,6 +270,9 @@ TEST_F(RelayTest, AnEventThatTakesNoMoreStaysAsItWas) {
   EXPECT_EQ(relay.name(), "Open");
   EXPECT_EQ(importXml(list3(class3(threeTeams, "Open"))), 256 + LRK_COULD_NOT_OPEN_TEMPORARY_FILE);
   EXPECT_EQ(event.noOfCategories(), full);
+  const std::int32_t code = importXml(list3(class3(person3("")) + class3(person3(""))));
+  EXPECT_NE(importText(code).find("4095"), std::string::npos);
+  EXPECT_EQ(event.noOfCategories(), 4095);  // with the first of the two
 }
 
 TEST_F(RelayTest, CommonControlsAreThoseOfAllForkings) {
@@ -367,57 +356,58 @@ TEST_F(RelayTest, PekkaPirilaIndividual) {
                   "B C 7 0: S 4320000, 31 4327000, 32 4332000, 33 -, F -",
                   "D 0 2: S 0, 31 7000, 32 -, 33 -, F 66000", "E 0 0: S -, 31 -, 32 -, 33 -, F -"));
   EXPECT_THAT(categoryNames(event), ElementsAre("H21", "D21"));
+  const auto classWith = [&](const std::string& content) {
+    const std::string one = element("Event", element("EventClass", content));
+    EXPECT_EQ(importer.importPekkaPirilaXML(event, folder.write("1.xml", one)), 0);
+    return event.category(event.noOfCategories() - 1);
+  };
   const std::pair<std::string_view, Length> lengths[] = {
       {"5200", 520000},   {"7", 700000},     {"7.2km", 720000},   {"6,05", 605000}, {"80 m", 8000},
       {"5200.0", 520000}, {"5'200", 520000}, {"5 200 m", 520000}, {"x", 0},         {"", 0}};
   for (const auto& [text, length] : lengths) {
-    const std::string course = element(
-        "EventClass", element("ClassDist", text) + competitor("<Name>A</Name>", "1.00", "", ""));
-    ASSERT_EQ(importer.importPekkaPirilaXML(event, folder.write("1.xml", element("Event", course))),
-              0);
-    EXPECT_EQ(event.category(event.noOfCategories() - 1)->courseLength(), length) << text;
+    EXPECT_EQ(classWith(element("ClassDist", text))->courseLength(), length) << text;
   }
-  const std::pair<std::string_view, enmStatus> words[] = {{"dq", estaDisqualified},
-                                                          {"Dns", estaDidNotStart},
-                                                          {"MIS", estaMisPunch},
-                                                          {"Kesk", estaDidNotFinish},
-                                                          {"", estaOK},
-                                                          {"??", estaUnknown}};
+  const std::pair<std::string_view, enmStatus> words[] = {
+      {"dq", estaDisqualified},
+      {"Dns", estaDidNotStart},
+      {"MIS", estaMisPunch},
+      {"Kesk", estaDidNotFinish},
+      {"", estaOK},
+      {"??", estaUnknown},
+  };
   for (const auto& [word, status] : words) {
-    const std::string event1 = element("EventClass", competitor("", "", word, ""));
-    ASSERT_EQ(importer.importPekkaPirilaXML(event, folder.write("1.xml", element("Event", event1))),
-              0);
-    EXPECT_EQ(runner(event.noOfCategories() - 1, 0).status(), status) << word;
+    EXPECT_EQ(classWith(competitor("", "", word, ""))->runner(0).status(), status) << word;
   }
 }
 
 TEST_F(RelayTest, PekkaPirilaRelayInItsThreeSetsOfNames) {
-  constexpr std::string_view names[][11] = {
-      {"event", "class", "classname", "team", "teamname", "teamnro", "leg", "legnro", "cn", "cc",
-       "ct"},
-      {"event", "class", "classname", "team", "teamname", "teamnro", "leg", "legnro", "controlnro",
-       "controlcode", "controltime"},
-      {"Event", "Class", "ClassName", "Team", "TeamName", "TeamNro", "Leg", "LegNro",
-       "ControlOrder", "CCode", "ControlTime"},
+  const auto leg = [](std::string_view number, std::string_view name, std::string_view result) {
+    return element("Leg crs='A'",
+                   element("LegNro", number) + element("nm", name) + "<emit>123</emit>" +
+                       element("result", result) +
+                       "<control><Order>1</Order><Code>31</Code><Time>1.00</Time></control>");
   };
-  for (const auto& set : names) {
-    const auto leg = [&](int number, std::string_view name, std::string_view result) {
-      return element(std::string(set[6]) + " crs='A'",
-                     element(set[7], std::to_string(number)) + element("nm", name) +
-                         "<emit>123</emit>" + element("result", result) +
-                         element("control", element(set[8], "1") + element(set[9], "31") +
-                                                element(set[10], "1.00")));
-    };
-    const auto team = [&](std::string_view result, const std::string& legs) {
-      return element(set[3], element(set[4], "RR") + element(set[5], "2") +
-                                 element("result", result) + "<placement>9</placement>" + legs);
-    };
-    const std::string relay =
-        element(std::string(set[0]) + " Type=\"Relay\"",
-                element(set[1], element(set[2], "Men") +
-                                    team("30.00", leg(1, "Ada", "10.00") + leg(2, "Aga", "25.00") +
-                                                      leg(2, "Asa", "20.00")) +
-                                    team("DNF", leg(1, "Bea", "11.00") + leg(2, "Bo", "DNF"))));
+  const auto team = [](std::string_view result, const std::string& legs) {
+    return element("Team", "<TeamName>RR</TeamName><TeamNro>2</TeamNro>" +
+                               element("result", result) + "<placement>9</placement>" + legs);
+  };
+  const std::string list = element(
+      "Event Type=\"Relay\"",
+      element("Class", "<ClassName>Men</ClassName>" +
+                           team("30.00", leg("1", "Ada", "10.00") + leg("2", "Aga", "25.00") +
+                                             leg("2", "Asa", "20.00")) +
+                           team("DNF", leg("1", "Bea", "11.00") + leg("2", "Bo", "DNF"))));
+  const std::string names[][3] = {{"ControlOrder", "CCode", "ControlTime"},
+                                  {"cn", "cc", "ct"},
+                                  {"controlnro", "controlcode", "controltime"}};
+  for (const auto& [order, code, time] : names) {
+    std::string relay = list;
+    if (order != "ControlOrder") {
+      for (const std::string name : {"Event", "Class", "Team", "Leg", "Name", "Nro"}) {
+        relay = replaced(relay, name, lowered(name));
+      }
+    }
+    relay = replaced(replaced(replaced(relay, "Order", order), "Code", code), "Time", time);
     const int at = event.noOfCategories();
     const std::string file = folder.write("list.xml", relay);
     EXPECT_EQ(importer.import_parallel(LRK_IMPORT_AUTO, event, file, 0, erpmSlowestTime), 0);

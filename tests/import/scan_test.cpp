@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "larkstone/import/scan/fields.hpp"
 #include "larkstone/import/scan/html_text.hpp"

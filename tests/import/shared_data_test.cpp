@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include <gtest/gtest.h>
-
 #include "larkstone/platform/file.hpp"
 #include "larkstone/platform/xml.hpp"
 

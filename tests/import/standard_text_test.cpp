@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "larkstone/core/date.hpp"
 

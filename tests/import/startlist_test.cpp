@@ -5,9 +5,6 @@
 #include <algorithm>
 #include <random>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "larkstone/core/time.hpp"
 #include "larkstone/import/name_index.hpp"
 
