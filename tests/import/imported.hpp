@@ -2,6 +2,7 @@
 
 // Importing small lists that a test writes itself.
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -102,6 +103,10 @@ class ImportTest : public testing::Test {
   std::int32_t importXml(std::string_view bytes) {
     return importer.importIOFXML(event, folder.write("list.xml", bytes));
   }
+  std::int32_t importAny(std::string_view bytes) {
+    return importer.import(LRK_IMPORT_AUTO, event, folder.write("list", bytes));
+  }
+  std::shared_ptr<LRKCategory> lastCategory() { return event.category(event.noOfCategories() - 1); }
   const LRKRunner& runner(int category, int index) {
     return event.category(category)->runner(index);
   }
@@ -111,7 +116,7 @@ class ImportTest : public testing::Test {
     for (const ResultRow& row : rows) {
       SCOPED_TRACE(row.result);
       const int index = event.noOfCategories();
-      EXPECT_EQ(importXml(listOf(row.result)), 0);
+      EXPECT_EQ(importAny(listOf(row.result)), 0);
       ASSERT_EQ(event.noOfCategories(), index + (row.punches.empty() ? 0 : 1));
       if (row.punches.empty()) continue;
       EXPECT_EQ(textOf(runner(index, 0).punches()), row.punches);

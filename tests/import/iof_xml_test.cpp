@@ -330,7 +330,7 @@ TEST_F(IofXml3Test, TimeResolution) {
   for (const auto& [text, accuracy] : rows) {
     const std::string name = "ClassResult timeResolution='" + text + "'";
     EXPECT_EQ(importXml(list3(element(name, content))), 0);
-    EXPECT_EQ(event.category(event.noOfCategories() - 1)->timeAccuracy(), accuracy) << text;
+    EXPECT_EQ(lastCategory()->timeAccuracy(), accuracy) << text;
   }
 }
 

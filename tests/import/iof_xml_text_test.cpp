@@ -29,8 +29,7 @@ class IofXmlTextTest : public test::ImportTest {
   std::string readNames(std::string_view bytes) {
     const std::int32_t code = importXml(bytes);
     if (code != 0) return "code " + std::to_string(code);
-    const auto category = event.category(event.noOfCategories() - 1);
-    return category->name() + " " + category->runner(0).name();
+    return lastCategory()->name() + " " + lastCategory()->runner(0).name();
   }
 };
 

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 
-#include "larkstone/platform/file.hpp"
 #include "larkstone/platform/xml.hpp"
 
 #include "imported.hpp"
@@ -55,16 +54,26 @@ constexpr Fact facts[] = {
     {"sportsoftware_splits/missingTimes.html", 0, 8, 87, 1358},
 };
 
-using SharedDataTest = test::ImportTest;
+class SharedDataTest : public test::ImportTest {
+ protected:
+  void SetUp() override {
+    if (data == nullptr) GTEST_SKIP() << "no shared data";
+  }
+  // Where the list is that is imported into an event of its own.
+  std::string imported(std::string_view list, std::int32_t code = 0,
+                       enmImportConstants format = LRK_IMPORT_AUTO) {
+    newEvent();
+    const std::string file = std::string(data) + "/" + std::string(list);
+    EXPECT_EQ(importer.import(format, event, file), code);
+    return file;
+  }
+  const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
+};
 
 TEST_F(SharedDataTest, ListsHoldWhatWasCounted) {
-  const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
-  if (data == nullptr) GTEST_SKIP() << "no shared data";
   for (const Fact& fact : facts) {
     SCOPED_TRACE(fact.file);
-    newEvent();
-    const std::string file = std::string(data) + "/" + std::string(fact.file);
-    EXPECT_EQ(importer.import(fact.format, event, file), fact.code);
+    imported(fact.file, fact.code, fact.format);
     EXPECT_EQ(event.noOfCategories(), fact.categories);
     int runners = 0;
     int punches = 0;
@@ -105,16 +114,10 @@ Time timeAfter(LRKEvent& event, const std::string& className, const std::string&
 }
 
 TEST_F(SharedDataTest, TeamsStandAfterEveryLegWhereTheListSays) {
-  const char* const data = std::getenv("LARKSTONE_SHARED_DATA");
-  if (data == nullptr) GTEST_SKIP() << "no shared data";
   for (const RelayFact& fact : relayFacts) {
     SCOPED_TRACE(fact.file);
-    newEvent();
-    const std::string file = std::string(data) + "/" + std::string(fact.file);
-    ASSERT_EQ(importer.import(LRK_IMPORT_AUTO, event, file), 0);
-    std::string bytes;
     XmlDocument list;
-    ASSERT_TRUE(readFile(file, bytes) && list.parse(bytes));
+    ASSERT_TRUE(list.parse(test::bytesOf(imported(fact.file))));
     int standings = 0;
     for (const XmlNode classResult : list.root().children("ClassResult")) {
       for (const XmlNode team : classResult.children("TeamResult")) {

@@ -148,8 +148,7 @@ TEST_F(SplitListsTest, ColumnsStandWhereTheHeaderHasThem) {
                              row.second + legs.substr(row.second.size());
     EXPECT_EQ(imported(page(list)), "A 0: Ann Bell, " + row.club + ", " +
                                         std::to_string(row.status) + ": S 0, 201 21800, F 192100");
-    const auto category = event.category(event.noOfCategories() - 1);
-    EXPECT_EQ(test::setProperties(category->runner(0)),
+    EXPECT_EQ(test::setProperties(lastCategory()->runner(0)),
               "name=Ann Bell club=" + row.club + ' ' + row.birth);
   }
   EXPECT_TRUE(told.empty());
