@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "imported.hpp"
+#include "treated_pages.hpp"
 
 namespace larkstone {
 namespace {
@@ -68,30 +69,22 @@ TEST_F(DriverTest, CancelInTheSecondClassKeepsTheFirst) {
 }
 
 TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
-  const std::string relayHead =
-      "OS0012;b;c;d;e;f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;"
-      "A;B;C;D;E;Xtra1;\n;";
-  const auto relayRow = [](const std::string& name) {
-    return "7;;;;;;;;;;;;;;;;;;;" + name + ";;;;;;;;;;;0;1;1;Ek;Ed;;;0:00;9:00;\n;";
-  };
-  const std::string ola = "<tr valign><td>1<td>Eva<td>9:00</tr></table><table><tr><td>";
-  const std::string eTiming = "</h2><pre><b>Eva</b>\n1:00\n</pre><h2>";
-  const std::string splits = " (1)\n   1 Eva                         9:00\n";
-  const std::string lists[] = {
-      "med OLA version<table><tr><td>A</tr>" + ola + "B</tr>" + ola + "C</tr>" + ola,
-      "<h1>eTiming</h1><h2>A" + eTiming + "B" + eTiming + "C" + eTiming + "D",
-      "Split time results\n  Pl Name                        Time\nA" + splits + "B" + splits + "C" +
-          splits,
-      listOf({"A", "B", "C"}),
-      "Larkstone Standard Text Format\nE\n\n\nA\n1\nEva\nBo\n\nB\n1\nAl\n\n\nC\n1\nDi",
-      "OE0012;Name;Long;\n;1;A;\n;2;A;\n;3;B;\n;4;C;\n",
-      "Stno;Read at;Name;Verein;Posten1;Stempel1;\n;;1;;31;1;\n;;2;;32;1;\n;;3;;33;;\n;;4;;31;1;\n",
-      relayHead + relayRow("A") + relayRow("B") + relayRow("C"),
-      "SOLV<b>A</b><pre>(\n<b>  1. Eva</b></pre><b>B</b><pre>(\n<b>  1. Al</b></pre>\n"
-      "<b>C</b><pre>(\n<b>  1. Di</b>\n",
-      "<title></title><h3>A Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Eva\n  2. Di\n</pre>"
-      "<h3>B Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Al\n</pre>\n"
-      "<h3>C Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Bo\n",
+  // What a list begins with, and what it has for each class "#".
+  const std::string columns = "f;g;h;i;j;k;l;m;n;o;p;q;r;s;t;u;v;w;x;y;z;A;B;C;D;E;Xtra1;\n;";
+  const std::pair<std::string, std::string> lists[] = {
+      {"med OLA version<table><tr><td>",
+       "#</tr><tr valign><td>1<td>Eva<td>9:00</tr></table><table><tr><td>"},
+      {"<h1>eTiming</h1>", "<h2>#</h2><pre><b>Eva</b>\n1:00\n</pre>"},
+      {"Split time results\n  Pl Name                        Time\n",
+       "# (1)\n   1 Eva                         9:00\n"},
+      {"<ResultList iofVersion='3.0'>", test::class3(test::person3("") + test::person3(""), "#")},
+      {"Larkstone Standard Text Format\nE\n\n\n", "#\n1\nEva\nBo\n\n"},
+      {"OE0012;Name;Long;\n", ";1;#;\n;2;#;\n"},
+      {"Stno;Read at;Name;Verein;Posten1;Stempel1;\n", ";;#;;3#;1;\n"},
+      {"OS0012;b;c;d;e;" + columns, "7;;;;;;;;;;;;;;;;;;;#;;;;;;;;;;;0;1;1;Ek;Ed;;;0:00;9:00;\n;"},
+      {"SOLV", "<b>#</b><pre>(\n<b>  1. Eva</b></pre>\n"},
+      {"<title></title>",
+       "<h3># Tilanne rasteilla</h3><pre>1.     Tulos\n  1. Eva\n  2. Di\n</pre>\n"},
   };
   int notified = 0;
   int stopAt = -1;
@@ -111,8 +104,11 @@ TEST_F(DriverTest, EveryReaderStopsAtAnyOfItsNotifications) {
     EXPECT_FALSE(importer.importingNow());
     return categoryNames(event);
   };
-  for (const std::string& list : lists) {
-    SCOPED_TRACE(list);
+  for (const auto& [head, classes] : lists) {
+    SCOPED_TRACE(head);
+    std::string list = head;
+    for (const char* const name : {"1", "2", "3"}) list += test::replaced(classes, "#", name);
+    if (head.starts_with("<ResultList")) list += "</ResultList>";
     const std::string file = folder.write("list", list);
     stopAt = -1;
     const std::vector<std::string> all = imported(file, 0);
