@@ -44,7 +44,7 @@ void write(LRKEvent& event, const std::string& root, const std::string& name) {
   for (const char* target : {"/event_file/", "/exports/", "/analysis/"}) {
     require(event.saveEvent(root + target + name) == 0, "seeds can be written");
   }
-  require(exporter.exportEventToLRK3(event, root + "/lrk3/" + name) == 0 &&
+  require(exporter.exportEventToLRK3(event, root + "/import/" + name + ".lrk3") == 0 &&
               exporter.exportEventToIOFXML(event, root + "/import/" + name + "2.xml") == 0 &&
               exporter.exportEventToIOFXML3(event, root + "/import/" + name + "3.xml") == 0,
           "seeds can be written");
@@ -55,7 +55,7 @@ void write(LRKEvent& event, const std::string& root, const std::string& name) {
 
 int main(int, char** argv) {
   const std::string root = *++argv;
-  for (const char* target : {"/event_file", "/exports", "/analysis", "/lrk3", "/import"}) {
+  for (const char* target : {"/event_file", "/exports", "/analysis", "/import"}) {
     std::filesystem::create_directories(root + target);
   }
   larkstone::fuzz::Event event;
