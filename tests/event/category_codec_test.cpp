@@ -73,8 +73,14 @@ TEST(StoredValues, EqualTimesShareAPlace) {
   }
 }
 
+// One course for all has no name.
 TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
-  LRKCategory category;
+  LRKCategory category = categoryNamed("H21", 2);
+  category.courseType(ectyCommonLegs);
+  deriveStoredValues(category);
+  EXPECT_EQ(category.courseType(), ectyCommonLegs);
+  EXPECT_FALSE(category.runner(0).courseNameSet());
+  category = {};
   for (const Code code : std::vector<Code>{32, 33, 32, 33, 32}) {
     category.addRunner(runnerOn({31, code}));
   }
@@ -89,21 +95,11 @@ TEST(StoredValues, DifferentCoursesAreNamedInOrderOfAppearance) {
   EXPECT_EQ(category.legLength(32, LRK_FINISH_CODE), 120);
 }
 
-TEST(StoredValues, OneCourseForAllHasNoName) {
-  LRKCategory category = categoryNamed("H21", 2);
-  category.courseType(ectyCommonLegs);
-  deriveStoredValues(category);
-  EXPECT_EQ(category.courseType(), ectyCommonLegs);
-  EXPECT_FALSE(category.runner(0).courseNameSet());
-}
-
 // A name is kept in parts where there are any, each while its flag is set, else in full.
 TEST(StoredValues, NamesInTheirForms) {
   struct Row {
-    std::optional<const char*> first;
-    std::optional<const char*> last;
-    bool firstSet;
-    bool lastSet;
+    std::optional<const char*> first, last;
+    bool firstSet, lastSet;
     const char* stored;
   };
   const Row rows[] = {

@@ -96,33 +96,19 @@ TEST_F(DamagedFile, RecordsOnEachOther) {
   EXPECT_TRUE(bytesOf(path_).ends_with(tables + whole + whole + part + course + course));
 }
 
-TEST_F(DamagedFile, CutAnywhereOrAnyBitTurned) {
-  ASSERT_EQ(event_.createNewEvent(path_), 0);
-  fill(event_, -1);
+// With bits turned, files are tried by the replay of the fuzzer.
+TEST_F(DamagedFile, CutAnywhere) {
   LRKCategory category = categoryNamed("", 2);
   fill(category, -1);
   fill(category.runner(1), -1);
-  category.runner(1).extraPunches().add(7, 99);
-  ASSERT_EQ(event_.addCategory(category), 0);
-  ASSERT_EQ(event_.addCategory(categoryNamed("A")), 0);
-  LRKDerivedCourse course = decodeDerivedCourse(
-      hex("64 0100 1F002000  65 0100 2100  66 0100 2200  67 0200 0000010001000000"));
-  ASSERT_EQ(event_.addDerivedCourse(course), 0);
-  ASSERT_EQ(event_.saveEvent(), 0);
-  const std::string whole = bytesOf(path_);
+  const std::string whole =
+      eventFile({encodeCategory(category), hex("43 0100 41")},
+                {hex("64 0100 1F002000  65 0100 2100  66 0100 2200  67 0200 0000010001000000")},
+                hex("1E 02"));
+  ASSERT_EQ(openAndSave(whole), 0);
   for (std::size_t length = 4; length < whole.size(); ++length) {
     EXPECT_EQ(openAndSave(whole.substr(0, length)), LRK_INVALID_FILE_FORMAT) << length;
   }
-  std::size_t opened = 0;
-  for (std::size_t bit = 32; bit < whole.size() * 8 && !HasFailure(); ++bit) {
-    SCOPED_TRACE(bit);
-    std::string turned = whole;
-    turned[bit / 8] = static_cast<char>(turned[bit / 8] ^ (1 << bit % 8));
-    const std::int32_t code = openAndSave(turned);
-    opened += code == 0 ? 1 : 0;
-    EXPECT_TRUE(code == 0 || code == LRK_INVALID_FILE_FORMAT || code == LRK_UNKNOWN_FILE_VERSION);
-  }
-  EXPECT_GT(opened, whole.size() * 4) << "damage to names, dates and punches does not matter";
 }
 
 // What no property can hold reads as its default, by whatever way, and can be asked for.

@@ -123,6 +123,8 @@ TEST_F(DerivedCourses, FollowRunnersOfAChangedClass) {
       {{"Eva", "Eva", "Eva"}, true, {"0Eva", "2Eva"}, {0, -1, 1}},
       // A class from elsewhere: its numbers say nothing.
       {{"Eva", "Ann", "Eva"}, false, {"+Eva", "+Bo", "+eva"}, {0, -1, 2}},
+      // Names count as the file holds them.
+      {{"Eva", "Łukasz Ősz"}, false, {"+Łukasz Ősz", "+Eva"}, {1, 0}},
   };
   for (const auto& [before, handedOut, now, expected] : rows) {
     ASSERT_EQ(event_.createNewEvent(path_, true), 0);
@@ -157,20 +159,6 @@ TEST_F(DerivedCourses, FollowRunnersOfAChangedClass) {
     }
     EXPECT_EQ(after, expected) << testing::PrintToString(now);
   }
-}
-
-// Runners are told apart by their names as the file holds them.
-TEST_F(DerivedCourses, NamesOutsideTheCodePage) {
-  LRKCategory category = categoryNamed("A", 2);
-  category.runner(1).name("Łukasz Ősz");
-  ASSERT_EQ(event_.addCategory(category), 0);
-  LRKDerivedCourse derived = courseNamed("");
-  derived.addRunner(0, 1);
-  ASSERT_EQ(event_.addDerivedCourse(derived), 0);
-  category.moveRunner(1, 0);
-  ASSERT_EQ(event_.category(0, category), 0);
-  ASSERT_EQ(event_.derivedCourse(0)->noOfRunners(), 1);
-  EXPECT_EQ(event_.derivedCourse(0)->runnerIndex(0), 0);
 }
 
 // Long series of changes: the course names the same runners, but for those who are gone.

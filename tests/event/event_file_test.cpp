@@ -55,23 +55,6 @@ TEST_F(EventFile, ValuesOutOfRecordsWithoutDecoding) {
   }
 }
 
-// What is held in memory for extractions is not what was there before a change.
-TEST_F(EventFile, ValuesOutOfRecordsThatChanged) {
-  ASSERT_EQ(openBytes(eventFile({encodeCategory(categoryNamed("A", 3))})), 0);
-  const auto runners = [this](int category) {
-    return event_.extractCategoryTag(category, etagCategoryNoOfRunners);
-  };
-  ASSERT_TRUE(event_.openTempFile());
-  ASSERT_EQ(event_.category(0, std::make_shared<LRKCategory>(categoryNamed("A", 5))), 0);
-  EXPECT_EQ(runners(0), TagValue(5));
-  ASSERT_TRUE(event_.openTempFile());
-  ASSERT_EQ(event_.addCategory(categoryNamed("B", 7)), 0);
-  EXPECT_EQ(runners(1), TagValue(7));
-  ASSERT_TRUE(event_.openTempFile());
-  ASSERT_EQ(event_.deleteCategory(0), 0);
-  EXPECT_EQ(runners(0), TagValue(7));
-}
-
 // "\\" separates folders in tempFilePath only.
 TEST_F(EventFile, PathsAreTheSystemsOwn) {
   event_.tempFilePath(folder_ + "\\working");

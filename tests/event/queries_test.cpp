@@ -1,6 +1,6 @@
 // Questions to all runners of an event: the lists over them and the search.
 
-#include <map>
+#include <tuple>
 
 #include "larkstone/core/text.hpp"
 
@@ -16,12 +16,9 @@ using Times = std::vector<Time>;
 // Cid, Dan, Eva (who have 2, 3 and 2 minutes) and Finn, who did not finish.
 class EventQueries : public EventTest {
  protected:
-  using Properties = std::map<enmFileTag, TagValue>;
-
   EventQueries() {
     EXPECT_EQ(event_.createNewEvent(path_), 0);
-    LRKCategory men;
-    men.name("H21");
+    LRKCategory men = categoryNamed("H21", 0);
     men.courseLength(300000);
     men.addRunner(named("Cid", {31}));
     men.addRunner(named("Dan", {31, 32}, {{etagRunnerClub, "OK Öst"}, {etagRunnerID, 7}}));
@@ -29,13 +26,13 @@ class EventQueries : public EventTest {
     men.addRunner(named("Eva", {31}));
     men.addRunner(named("Finn", {31}, {{etagRunnerStatus, estaDidNotFinish}}));
     men.runner(3).punches().erase(2);
-    LRKCategory women;
-    women.name("D21");
-    women.addRunner(
-        named("", {}, {{etagRunnerFirstName, "Åsa"}, {etagRunnerLastName, "Öberg-Ek"}}));
-    women.runner(0).club("IF Syd [2]");
-    women.runner(0).rankingValue(0.1F);
-    women.runner(0).birthDate(birth_);
+    LRKCategory women = categoryNamed("D21", 0);
+    women.addRunner(named("", {},
+                          {{etagRunnerFirstName, "Åsa"},
+                           {etagRunnerLastName, "Öberg-Ek"},
+                           {etagRunnerClub, "IF Syd [2]"},
+                           {etagRunnerRankingValue, 0.1F},
+                           {etagRunnerBirthDate, birth_}}));
     women.addRunner(named("Bo", {31}, {{etagRunnerStatus, estaMoved}, {etagRunnerID, 300}}));
     event_.addCategory(men);
     event_.addCategory(women);
@@ -47,7 +44,7 @@ class EventQueries : public EventTest {
                          const Properties& properties = {}) {
     LRKRunner made = runnerOn(codes);
     made.name(name);
-    for (const auto& [tag, value] : properties) made.setPropertyByTag(tag, value, true);
+    set(made, properties);
     return made;
   }
   static Texts textsOf(const std::vector<LRKCodes>& lists) {
@@ -122,43 +119,35 @@ TEST_F(EventQueries, ResultsHaveTimesPerKilometreAndBestTimes) {
 }
 
 TEST_F(EventQueries, ASearchComparesByTheTypeOfTheValue) {
-  struct Row {
-    int line;
-    enmFileTag tag;
-    enmComparisonOperator comparison;
-    TagValue sought;
-    const char* found;  // initials
+  // The runners found are told by their initials.
+  const std::tuple<enmFileTag, enmComparisonOperator, TagValue, const char*> rows[] = {
+      {etagRunnerName, ecopEqual, "åSA*", "Å"},
+      {etagRunnerLastName, ecopEqual, "ö*-[E]k", "Å"},
+      {etagRunnerName, ecopNotEqual, "?[!o]*", "B"},
+      {etagRunnerName, ecopLessThan, "DAN", "BC"},
+      {etagRunnerName, ecopMoreThanOrEqual, "DAN", "ÅDEF"},
+      {etagRunnerClub, ecopNotEqual, "ok öst", "Å"},
+      {etagRunnerClub, ecopEqual, "* [[]#]", "Å"},
+      {etagRunnerID, ecopMoreThan, "7", "B"},
+      {etagRunnerID, ecopLessThanOrEqual, 7.5F, "D"},
+      {etagRunnerID, ecopNotEqual, "seven", ""},
+      {etagRunnerStatus, ecopLessThan, 256, "ÅBCDEF"},
+      {etagRunnerResultPlace, ecopEqual, 2, "CE"},
+      {etagRunnerRankingValue, ecopEqual, "0.1", "Å"},
+      {etagRunnerBirthDate, ecopLessThan, dateOf({1990, 5, 18}), "Å"},
+      {etagRunnerPunches, ecopMoreThan, 3, "D"},
+      {etagEventName, ecopNotEqual, "x", ""},
   };
-  const Row rows[] = {
-      {__LINE__, etagRunnerName, ecopEqual, "åSA*", "Å"},
-      {__LINE__, etagRunnerLastName, ecopEqual, "ö*-[E]k", "Å"},
-      {__LINE__, etagRunnerName, ecopNotEqual, "?[!o]*", "B"},
-      {__LINE__, etagRunnerName, ecopLessThan, "DAN", "BC"},
-      {__LINE__, etagRunnerName, ecopMoreThanOrEqual, "DAN", "ÅDEF"},
-      {__LINE__, etagRunnerClub, ecopNotEqual, "ok öst", "Å"},
-      {__LINE__, etagRunnerClub, ecopEqual, "* [[]#]", "Å"},
-      {__LINE__, etagRunnerID, ecopMoreThan, "7", "B"},
-      {__LINE__, etagRunnerID, ecopLessThanOrEqual, 7.5F, "D"},
-      {__LINE__, etagRunnerID, ecopNotEqual, "seven", ""},
-      {__LINE__, etagRunnerStatus, ecopLessThan, 256, "ÅBCDEF"},
-      {__LINE__, etagRunnerResultPlace, ecopEqual, 2, "CE"},
-      {__LINE__, etagRunnerRankingValue, ecopEqual, "0.1", "Å"},
-      {__LINE__, etagRunnerBirthDate, ecopLessThan, dateOf({1990, 5, 18}), "Å"},
-      {__LINE__, etagRunnerPunches, ecopMoreThan, 3, "D"},
-      {__LINE__, etagEventName, ecopNotEqual, "x", ""},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+  for (const auto& [tag, comparison, sought, expected] : rows) {
     std::vector<LRKRunner> runners;
-    const int count =
-        event_.searchRunners(runners, {{row.tag, row.sought}}, {{row.tag, row.comparison}});
+    const int count = event_.searchRunners(runners, {{tag, sought}}, {{tag, comparison}});
     std::string found;
     for (const LRKRunner& runner : runners) {
       const std::string name = runner.name();
       std::string_view rest = name;
       found += takeCharacter(rest);
     }
-    EXPECT_EQ(found, row.found);
+    EXPECT_EQ(found, expected) << tag << testing::PrintToString(sought);
     EXPECT_EQ(count, static_cast<int>(runners.size()));
   }
 }

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <numeric>
 #include <string>
 #include <type_traits>
@@ -18,6 +19,7 @@
 #include "larkstone/event/derived_course_codec.hpp"
 #include "larkstone/event/event.hpp"
 
+#include "support/build.hpp"
 #include "support/temp_folder.hpp"
 
 namespace larkstone::test {
@@ -119,6 +121,14 @@ inline LRKRunner runnerOn(const std::vector<Code>& codes) {
   for (const Code code : codes) runner.punches().add(time += 6000, code);
   runner.finishTime(time + 6000);
   return runner;
+}
+
+using Properties = std::map<enmFileTag, TagValue>;
+
+/// Sets those of them that the owner can have.
+template <class Owner>
+void set(Owner& owner, const Properties& properties) {
+  for (const auto& [tag, value] : properties) owner.setPropertyByTag(tag, value, true);
 }
 
 inline LRKCategory categoryNamed(const std::string& name, int noOfRunners = 1) {
