@@ -122,11 +122,9 @@ TEST(CategoryTest, AccuracyOfTimes) {
   EXPECT_EQ(LRKCategory().getHighestTimeAccuracy(), etacHours);
 }
 
-TEST(CategoryTest, NewCategoriesAndTags) {
+TEST(CategoryTest, PropertiesByTag) {
   LRKCategory category;
   bool isSet = false;
-  EXPECT_EQ(category.timeAccuracy(), etacSeconds);
-  EXPECT_TRUE(category.allRunnersHaveTheSameForking());
   EXPECT_EQ(category.getPropertyByTag(etagCategoryNoOfRunners, isSet), TagValue(std::int32_t{0}));
   EXPECT_TRUE(isSet);
   EXPECT_EQ(category.getPropertyByTag(etagCategoryLegLengths, isSet), TagValue());

@@ -1,5 +1,6 @@
 #include "larkstone/model/derived_course.hpp"
 
+#include <tuple>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -27,29 +28,23 @@ References referencesOf(const LRKDerivedCourse& course) {
 
 TEST(DerivedCourseTest, ReferencesFollowTheEvent) {
   const References before = {{0, 5}, {1, 2}, {2, 7}, {0, 1}};
-  struct Row {
-    int line;
-    int category;  // -1: the categories are renumbered
-    TranslationTable table;
-    References after;
+  // A category of -1: the categories are renumbered.
+  const std::tuple<int, TranslationTable, References> rows[] = {
+      {-1, {1, -1, 0}, {{1, 5}, {0, 7}, {1, 1}}},
+      {-1, {3}, {{3, 5}, {3, 1}}},  // a table that ends too early
+      {-1, {}, {}},
+      {0, {-1, 4, -1, -1, -1, 0}, {{0, 0}, {1, 2}, {2, 7}, {0, 4}}},
+      {0, {9, -1}, {{1, 2}, {2, 7}}},
+      {3, {-1}, before},
   };
-  const Row rows[] = {
-      {__LINE__, -1, {1, -1, 0}, {{1, 5}, {0, 7}, {1, 1}}},
-      {__LINE__, -1, {3}, {{3, 5}, {3, 1}}},  // a table that ends too early
-      {__LINE__, -1, {}, {}},
-      {__LINE__, 0, {-1, 4, -1, -1, -1, 0}, {{0, 0}, {1, 2}, {2, 7}, {0, 4}}},
-      {__LINE__, 0, {9, -1}, {{1, 2}, {2, 7}}},
-      {__LINE__, 3, {-1}, before},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+  for (const auto& [category, table, after] : rows) {
     LRKDerivedCourse course = courseOf(before);
-    if (row.category < 0) {
-      course.changeCategoryIndices(row.table);
+    if (category < 0) {
+      course.changeCategoryIndices(table);
     } else {
-      course.changeRunnerIndices(row.category, row.table);
+      course.changeRunnerIndices(category, table);
     }
-    EXPECT_EQ(referencesOf(course), row.after);
+    EXPECT_EQ(referencesOf(course), after) << category << testing::PrintToString(table);
   }
   LRKDerivedCourse wild = courseOf({{-7, 1}, {1, -7}, {70000, 1}, {1, 70000}, {1, 0}});
   wild.changeRunnerIndices(1, {6});
@@ -85,30 +80,23 @@ TEST(DerivedCourseTest, PropertiesByTag) {
   course.legs(test::legs("S-31-F"));
   course.codesEqualToStart(test::codes("100"));
   course.codesEqualToFinish(test::codes("200-201-202"));
-  struct Row {
-    int line;
-    enmFileTag tag;
-    TagValue written;
-    TagValue read;
-  };
-  const Row rows[] = {
-      {__LINE__, etagDerivedCourseName, 12, std::string("12")},
-      {__LINE__, etagDerivedCourseRequiredLegs, std::string("2"), 2},
-      {__LINE__, etagDerivedCourseRequiredLegs, std::string("all"), 2},
-      {__LINE__, etagDerivedCourseAllowRearrangement, 255, true},
-      {__LINE__, etagDerivedCourseAllowRearrangement, 70000, true},
-      {__LINE__, etagDerivedCourseAllowRearrangement, -1, false},
-      {__LINE__, etagDerivedCourseAllowMerging, true, true},
-      {__LINE__, etagDerivedCourseNoOfLegs, 7, 2},
-      {__LINE__, etagDerivedCourseNoOfCodesEqualToStart, 7, 1},
-      {__LINE__, etagDerivedCourseNoOfCodesEqualToFinish, 7, 3},
-      {__LINE__, etagDerivedCourseNoOfRunners, 7, 4},
+  const std::tuple<enmFileTag, TagValue, TagValue> rows[] = {
+      {etagDerivedCourseName, 12, std::string("12")},
+      {etagDerivedCourseRequiredLegs, std::string("2"), 2},
+      {etagDerivedCourseRequiredLegs, std::string("all"), 2},
+      {etagDerivedCourseAllowRearrangement, 255, true},
+      {etagDerivedCourseAllowRearrangement, 70000, true},
+      {etagDerivedCourseAllowRearrangement, -1, false},
+      {etagDerivedCourseAllowMerging, true, true},
+      {etagDerivedCourseNoOfLegs, 7, 2},
+      {etagDerivedCourseNoOfCodesEqualToStart, 7, 1},
+      {etagDerivedCourseNoOfCodesEqualToFinish, 7, 3},
+      {etagDerivedCourseNoOfRunners, 7, 4},
   };
   bool isSet = false;
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    course.setPropertyByTag(row.tag, row.written, true);
-    EXPECT_EQ(course.getPropertyByTag(row.tag, isSet), row.read);
+  for (const auto& [tag, written, read] : rows) {
+    course.setPropertyByTag(tag, written, true);
+    EXPECT_EQ(course.getPropertyByTag(tag, isSet), read) << tag;
     EXPECT_TRUE(isSet);
   }
   EXPECT_EQ(course.getPropertyByTag(etagCategoryName, isSet), TagValue());
