@@ -1,5 +1,7 @@
 #include "larkstone/model/category.hpp"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "support/build.hpp"
@@ -36,44 +38,38 @@ TEST(CategoryTest, RunnerNumbersAreNotUsedTwice) {
 }
 
 TEST(CategoryTest, CourseTypes) {
-  struct Row {
-    int line;
-    std::initializer_list<const char*> courses;
-    enmCourseType type;
-  };
-  const Row rows[] = {
-      {__LINE__, {}, ectyNormal},
-      {__LINE__, {"S-31-32-F", "S-31-32-F", "S-31-32-F"}, ectyNormal},
-      {__LINE__, {"S-50-1-50-2-50-F", "S-50-2-50-1-50-F"}, ectyOneManRelay},
-      {__LINE__, {"S-31-32-F", "S-41-42-F"}, ectyRelay},
-      {__LINE__, {"31-32", "41-42"}, ectyRogaining},
+  const std::pair<std::vector<const char*>, enmCourseType> rows[] = {
+      {{}, ectyNormal},
+      {{"S-31-32-F", "S-31-32-F", "S-31-32-F"}, ectyNormal},
+      {{"S-50-1-50-2-50-F", "S-50-2-50-1-50-F"}, ectyOneManRelay},
+      {{"S-31-32-F", "S-41-42-F"}, ectyRelay},
+      {{"31-32", "41-42"}, ectyRogaining},
       // 100 and 200 stand for start and finish, in the third runner's race for both at once.
-      {__LINE__, {"S-31-32-F", "100-31-32-F", "S-31-32-200"}, ectyOneManRelay},
+      {{"S-31-32-F", "100-31-32-F", "S-31-32-200"}, ectyOneManRelay},
       // One leg more than the first runner has.
-      {__LINE__, {"S-50-1-50-2-50-F", "S-50-2-50-1-50-F-F2"}, ectyRelay},
+      {{"S-50-1-50-2-50-F", "S-50-2-50-1-50-F-F2"}, ectyRelay},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+  for (const auto& [courses, type] : rows) {
     LRKCategory category;
-    for (const char* course : row.courses) category.addRunner(test::runnerAsWritten(course));
-    EXPECT_EQ(category.determineCourseType(), row.type);
+    for (const char* course : courses) category.addRunner(test::runnerAsWritten(course));
+    EXPECT_EQ(category.determineCourseType(), type) << testing::PrintToString(courses);
   }
 }
 
 TEST(CategoryTest, ForkingInfo) {
-  LRKCategory category = categoryOf({"S-31-32-F", "S-31-F", "S-31-32-33-F"});
-  category.updateForkingInfo();
-  EXPECT_FALSE(category.allRunnersHaveTheSameForking());
-  EXPECT_EQ(category.minNoOfLegs(), 2);
-  EXPECT_EQ(category.maxNoOfLegs(), 4);
-  category = categoryOf({"S-31-32-F", "S-31-32-F", "S-31-33-F"});
-  category.updateForkingInfo();
-  EXPECT_FALSE(category.allRunnersHaveTheSameForking());
-  category.noOfRunners(2);
-  category.updateForkingInfo();
-  EXPECT_TRUE(category.allRunnersHaveTheSameForking());
-  EXPECT_EQ(category.minNoOfLegs(), 3);
-  EXPECT_EQ(category.maxNoOfLegs(), 3);
+  const std::tuple<LRKCategory, int, int, bool> rows[] = {
+      {categoryOf({"S-31-32-F", "S-31-F", "S-31-32-33-F"}), 2, 4, false},
+      {categoryOf({"S-31-32-F", "S-31-32-F", "S-31-33-F"}), 3, 3, false},
+      {categoryOf({"S-31-32-F", "S-31-32-F"}), 3, 3, true},
+  };
+  LRKCategory category;
+  for (const auto& [given, least, most, same] : rows) {
+    category = given;
+    category.updateForkingInfo();
+    EXPECT_EQ(category.allRunnersHaveTheSameForking(), same);
+    EXPECT_EQ(category.minNoOfLegs(), least);
+    EXPECT_EQ(category.maxNoOfLegs(), most);
+  }
   category.noOfRunners(0);
   category.updateForkingInfo();
   EXPECT_EQ(category.minNoOfLegs(), 3);  // without runners only the flag is set

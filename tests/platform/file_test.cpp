@@ -55,9 +55,6 @@ TEST(FileTest, NewFilesAreTheUsersAloneAndNotTakenOver) {
   EXPECT_EQ(permissionsOf(name), 0600U);
   EXPECT_FALSE(File(name, File::Mode::create).isOpen());
   EXPECT_NE(freshFileName(folder.path() + "/"), name);
-  File vanishing(folder / "v", File::Mode::vanishing);
-  EXPECT_TRUE(vanishing.writeAt(0, "here"));
-  EXPECT_EQ(vanishing.readAt(0, 9), "here");
   EXPECT_EQ(folder.noOfFiles(), 1);
 }
 
