@@ -60,10 +60,8 @@ TEST_F(ExportTest, Lrk3OfAnEmptyEvent) {
 // What the host did to the category it was handed and has not stored is not written, and stays.
 TEST_F(ExportTest, HoldsWhatIsStored) {
   for (const char* name : {"A", "B"}) ASSERT_EQ(event_.addCategory(categoryNamed(name, 2)), 0);
-  using Method = std::int32_t (LRKExport::*)(LRKEvent&, const std::string&);
-  for (const Method method :
-       {Method{&LRKExport::exportEventToLRK3}, Method{&LRKExport::exportEventToIOFXML},
-        Method{&LRKExport::exportEventToIOFXML3}}) {
+  for (const auto method : {&LRKExport::exportEventToLRK3, &LRKExport::exportEventToIOFXML,
+                            &LRKExport::exportEventToIOFXML3}) {
     event_.unsetCurrentCategory();
     ASSERT_EQ((exporter_.*method)(event_, target_), 0);
     const std::string stored = bytesOf(target_);

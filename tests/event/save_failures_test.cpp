@@ -23,7 +23,6 @@ class Disk : public EventTest {
     EXPECT_EQ(event_.saveEvent(), 0);
     whole_ = bytesOf(path_);
     EXPECT_EQ(event_.addCategory(categoryNamed("B", 2)), 0);
-    other_.tempFilePath(work_);
     other_.categorySortFlags(ecsfUnsorted);
   }
 
@@ -39,7 +38,6 @@ class Disk : public EventTest {
   }
 
   std::string whole_;
-  LRKEvent other_;
 };
 
 // What the work returns while no file may grow beyond a size: a disk that is full at any byte.

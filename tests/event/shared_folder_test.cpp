@@ -61,14 +61,11 @@ class SharedFolder : public EventTest {
     ::close(ends[1]);
     return writer;
   }
-
-  LRKEvent other_;
 };
 
 // Two events here, and programs that save without end until they are killed in the middle of it.
 // Whoever reads sees a whole file all the time, and what the killed leave behind does no harm.
 TEST_F(SharedFolder, TheLastSaveWins) {
-  other_.tempFilePath(work_);
   ASSERT_EQ(other_.openEvent(path_), 0);
   std::mt19937 random(1);
   for (int round = 1; round <= 40; ++round) {

@@ -34,12 +34,13 @@ int inChild(Work&& work) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// An event and a fresh folder for its file, with another for working files within.
+/// Two events and a fresh folder for their files, with another for working files within.
 class EventTest : public testing::Test {
  protected:
   EventTest() {
     std::filesystem::create_directory(work_);
     event_.tempFilePath(work_);
+    other_.tempFilePath(work_);
   }
 
   std::int32_t openBytes(const std::string& bytes) {
@@ -69,6 +70,7 @@ class EventTest : public testing::Test {
   std::string path_ = folder_ + "/event.lrk4";
   const std::string work_ = folder_ + "/working/";
   LRKEvent event_;
+  LRKEvent other_;
 };
 
 /// "6C 72 6B" as bytes.
@@ -113,14 +115,9 @@ inline std::string eventFile(const Records& categories, const Records& derivedCo
 
 /// A runner with status OK: start at 0, a minute between controls.
 inline LRKRunner runnerOn(const std::vector<Code>& codes) {
-  LRKRunner runner;
-  runner.name("Eva");
-  runner.status(estaOK);
-  runner.startTime(0);
-  Time time = 0;
-  for (const Code code : codes) runner.punches().add(time += 6000, code);
-  runner.finishTime(time + 6000);
-  return runner;
+  std::string course = "S";
+  for (const Code code : codes) course += "-" + std::to_string(code);
+  return runner(course + "-F", {}, "Eva");
 }
 
 using Properties = std::map<enmFileTag, TagValue>;
