@@ -1,64 +1,53 @@
 #include "larkstone/core/number.hpp"
 
 #include <cmath>
-#include <limits>
+#include <cstdint>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 namespace larkstone {
 namespace {
 
-TEST(NumberTest, HalvesGoToTheEvenNeighbour) {
-  EXPECT_EQ(roundHalfEven(0.5), 0);
-  EXPECT_EQ(roundHalfEven(1.5), 2);
-  EXPECT_EQ(roundHalfEven(2.5), 2);
-  EXPECT_EQ(roundHalfEven(-0.5), 0);
-  EXPECT_EQ(roundHalfEven(-1.5), -2);
-  EXPECT_EQ(roundHalfEven(-2.5), -2);
-  EXPECT_EQ(roundHalfEven(2.5000001), 3);
-  EXPECT_EQ(roundHalfEven(-2.4999999), -2);
+TEST(NumberTest, HalvesGoToTheEvenNeighbourWithin32Bits) {
+  using Row = std::pair<double, std::int32_t>;
+  for (const auto& [number, rounded] :
+       {Row(0.5, 0), Row(1.5, 2), Row(2.5, 2), Row(-0.5, 0), Row(-1.5, -2), Row(-2.5, -2),
+        Row(2.5000001, 3), Row(-2.4999999, -2), Row(1e300, INT32_MAX), Row(-1e300, INT32_MIN),
+        Row(std::nan(""), 0), Row(2147483646.5, 2147483646)}) {
+    EXPECT_EQ(roundHalfEven(number), rounded) << number;
+  }
 }
 
-TEST(NumberTest, RoundingStaysWithin32Bits) {
-  EXPECT_EQ(roundHalfEven(1e300), std::numeric_limits<std::int32_t>::max());
-  EXPECT_EQ(roundHalfEven(-1e300), std::numeric_limits<std::int32_t>::min());
-  EXPECT_EQ(roundHalfEven(std::nan("")), 0);
-  EXPECT_EQ(roundHalfEven(2147483646.5), 2147483646);
-}
+using Number = std::pair<std::string, double>;
 
 TEST(NumberTest, LeadingNumbers) {
-  EXPECT_DOUBLE_EQ(leadingNumber("  12.5km"), 12.5);
-  EXPECT_DOUBLE_EQ(leadingNumber("-3-4"), -3);
-  EXPECT_DOUBLE_EQ(leadingNumber(".5"), 0.5);
-  EXPECT_DOUBLE_EQ(leadingNumber("+7"), 7);
-  EXPECT_DOUBLE_EQ(leadingNumber("S1"), 0);
-  EXPECT_DOUBLE_EQ(leadingNumber("-"), 0);
-  EXPECT_DOUBLE_EQ(leadingNumber("."), 0);
-  EXPECT_DOUBLE_EQ(leadingNumber("1e5"), 1);
-  EXPECT_EQ(leadingInteger("100-2"), 100);
-  EXPECT_EQ(leadingInteger("-2.9"), -2);
-  EXPECT_EQ(leadingInteger("99999999999"), std::numeric_limits<std::int32_t>::max());
-  EXPECT_EQ(leadingInteger(std::string(400, '9')), std::numeric_limits<std::int32_t>::max());
+  for (const auto& [text, number] :
+       {Number("  12.5km", 12.5), Number("-3-4", -3), Number(".5", 0.5), Number("+7", 7),
+        Number("S1", 0), Number("-", 0), Number(".", 0), Number("1e5", 1)}) {
+    EXPECT_DOUBLE_EQ(leadingNumber(text), number) << text;
+  }
+  for (const auto& [text, number] :
+       {Number("100-2", 100), Number("-2.9", -2), Number("99999999999", INT32_MAX),
+        Number(std::string(400, '9'), INT32_MAX)}) {
+    EXPECT_EQ(leadingInteger(text), number) << text;
+  }
 }
 
 TEST(NumberTest, WholeNumbersLeaveNothingOver) {
   EXPECT_EQ(wholeNumber(" 519,2 "), 519.2);
   EXPECT_EQ(wholeNumber("-4"), -4);
-  EXPECT_FALSE(wholeNumber(""));
-  EXPECT_FALSE(wholeNumber("12a"));
-  EXPECT_FALSE(wholeNumber("1,2,3"));
-  EXPECT_FALSE(wholeNumber("nan"));
-  EXPECT_FALSE(wholeNumber("0x10"));
+  for (const char* text : {"", "12a", "1,2,3", "nan", "0x10"}) EXPECT_FALSE(wholeNumber(text));
 }
 
 TEST(NumberTest, LengthsAsListsWriteThem) {
-  EXPECT_DOUBLE_EQ(textToNumber("1,5"), 1.5);
-  EXPECT_DOUBLE_EQ(textToNumber("1.2.5"), 1.25);
-  EXPECT_DOUBLE_EQ(textToNumber("4'500"), 4500);
-  EXPECT_DOUBLE_EQ(textToNumber("\"3:2\""), 3.2);
-  EXPECT_DOUBLE_EQ(textToNumber("-1.5"), -1.5);
+  for (const auto& [text, number] :
+       {Number("1,5", 1.5), Number("1.2.5", 1.25), Number("4'500", 4500), Number("\"3:2\"", 3.2),
+        Number("-1.5", -1.5), Number("", 0)}) {
+    EXPECT_DOUBLE_EQ(textToNumber(text), number) << text;
+  }
   EXPECT_DOUBLE_EQ(textToNumber("5 km", 7), 7);
-  EXPECT_DOUBLE_EQ(textToNumber(""), 0);
 }
 
 TEST(NumberTest, SaturationKeepsWithinTheType) {

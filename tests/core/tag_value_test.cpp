@@ -1,5 +1,10 @@
 #include "larkstone/core/tag_value.hpp"
 
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "larkstone/core/enums.hpp"
@@ -8,43 +13,35 @@
 namespace larkstone {
 namespace {
 
-TEST(TagValueTest, ValuesConvertToTheTypeOfTheProperty) {
-  EXPECT_EQ(fromTagValue<std::int32_t>(std::string(" 12 ")), 12);
-  EXPECT_EQ(fromTagValue<std::int32_t>(2.5F), 2);
-  EXPECT_EQ(fromTagValue<std::int32_t>(true), 1);
-  EXPECT_EQ(fromTagValue<std::string>(std::int32_t{-7}), "-7");
-  EXPECT_EQ(fromTagValue<std::string>(Date{46145}), "2026-05-03");
-  EXPECT_EQ(fromTagValue<float>(std::string("1,5")), 1.5F);
-  EXPECT_EQ(fromTagValue<bool>(std::string("0")), false);
-  EXPECT_EQ(fromTagValue<Date>(std::int32_t{2}), Date{2});
-  EXPECT_EQ(fromTagValue<enmStatus>(std::int32_t{6}), estaMisPunch);
-  EXPECT_EQ(fromTagValue<enmStatus>(std::string("14")), estaUnknown);
-  EXPECT_EQ(fromTagValue<std::int32_t>(std::string("-2147483648.5")), -2147483647 - 1);
-  EXPECT_EQ(fromTagValue<std::int16_t>(std::string("32767.4")), 32767);
-  EXPECT_EQ(fromTagValue<Date>(std::string(" 2026-05-03 ")), Date{46145});
-  EXPECT_EQ(fromTagValue<Date>(std::string("2026-05-03T06:00:00")), Date{46145.25});
-  EXPECT_EQ(fromTagValue<Date>(std::string("46145.5")), Date{46145.5});
-  EXPECT_EQ(fromTagValue<bool>(std::string("TRUE")), true);
-  EXPECT_EQ(fromTagValue<bool>(std::string(" false")), false);
+using namespace std::string_literals;
+
+template <class Value>
+void expectValues(std::initializer_list<std::pair<TagValue, std::optional<Value>>> rows) {
+  for (const auto& row : rows) {
+    EXPECT_EQ(fromTagValue<Value>(row.first), row.second) << "row " << &row - rows.begin();
+  }
 }
 
-TEST(TagValueTest, WhatCannotBeConvertedIsNothing) {
-  EXPECT_FALSE(fromTagValue<std::int32_t>(std::string("many")));
-  EXPECT_FALSE(fromTagValue<std::int32_t>(TagValue{}));
-  EXPECT_FALSE(fromTagValue<std::string>(TagValue{}));
-  EXPECT_FALSE(fromTagValue<std::int16_t>(std::int32_t{40000}));
-  for (const int status : {-1, 15, 9999, 70000}) EXPECT_FALSE(fromTagValue<enmStatus>(status));
-  EXPECT_FALSE(fromTagValue<enmTimeAccuracy>(6));
+TEST(TagValueTest, ValuesConvertToTheTypeOfThePropertyOrToNothing) {
   const std::string huge = "1" + std::string(300, '0');
-  for (const std::string& text : {std::string("99999999999"), std::string("2147483647.5"), huge}) {
-    EXPECT_FALSE(fromTagValue<std::int32_t>(text)) << text;
-    EXPECT_FALSE(fromTagValue<Date>(text)) << text;
+  const TagValue nothing;
+  for (const std::string& text : {"99999999999"s, "2147483647.5"s, huge}) {
+    expectValues<std::int32_t>({{text, {}}});
+    expectValues<Date>({{text, {}}});
   }
-  EXPECT_FALSE(fromTagValue<std::int16_t>(std::string("32767.5")));  // rounds to 32768
-  EXPECT_FALSE(fromTagValue<float>(huge));
-  EXPECT_FALSE(fromTagValue<Date>(Date{1e300}));
-  EXPECT_FALSE(fromTagValue<Date>(std::string("2026-02-29")));
-  EXPECT_FALSE(fromTagValue<bool>(std::string("yes")));
+  expectValues<std::int32_t>({{" 12 "s, 12}, {2.5F, 2}, {true, 1}, {"-2147483648.5"s, INT32_MIN}});
+  expectValues<std::int32_t>({{"many"s, {}}, {nothing, {}}});
+  // 32767.5 rounds to 32768.
+  expectValues<std::int16_t>({{"32767.4"s, 32767}, {"32767.5"s, {}}, {40000, {}}});
+  expectValues<std::string>({{-7, "-7"}, {Date{46145}, "2026-05-03"}, {nothing, {}}});
+  expectValues<float>({{"1,5"s, 1.5F}, {huge, {}}});
+  expectValues<bool>({{"0"s, false}, {"TRUE"s, true}, {" false"s, false}, {"yes"s, {}}});
+  expectValues<Date>({{2, Date{2}}, {"46145.5"s, Date{46145.5}}, {" 2026-05-03 "s, Date{46145}}});
+  expectValues<Date>({{"2026-05-03T06:00:00"s, Date{46145.25}}, {"2026-02-29"s, {}}});
+  expectValues<Date>({{Date{1e300}, {}}});
+  expectValues<enmStatus>(
+      {{6, estaMisPunch}, {"14"s, estaUnknown}, {-1, {}}, {15, {}}, {9999, {}}, {70000, {}}});
+  expectValues<enmTimeAccuracy>({{6, {}}});
 }
 
 TEST(OrderedMapTest, KeepsTheOrderOfAdditionThroughErasure) {

@@ -113,16 +113,9 @@ TEST(TextTest, Utf8IsCheckedStrictly) {
   }
 }
 
-TEST(TextTest, CharactersAreTakenWhole) {
+TEST(TextTest, CharactersAreTakenWholeAndBlanksOffTheEnds) {
   std::string_view text = "é€x\xC3";
-  EXPECT_EQ(takeCharacter(text), "é");
-  EXPECT_EQ(takeCharacter(text), "€");
-  EXPECT_EQ(takeCharacter(text), "x");
-  EXPECT_EQ(takeCharacter(text), "\xC3");
-  EXPECT_EQ(takeCharacter(text), "");
-}
-
-TEST(TextTest, TrimmingTakesBlanksOffBothEnds) {
+  for (const char* next : {"é", "€", "x", "\xC3", ""}) EXPECT_EQ(takeCharacter(text), next);
   EXPECT_EQ(trimmed(" \t a b \r\n"), "a b");
   EXPECT_EQ(trimmed(" \n "), "");
 }

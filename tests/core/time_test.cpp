@@ -10,43 +10,36 @@ namespace {
 
 TEST(TimeTest, TextBecomesTime) {
   struct Row {
-    int line;
     const char* text;
     enmTimeAccuracy accuracy;
     Time time;
   };
   constexpr Row rows[] = {
-      {__LINE__, "12:34", etacSeconds, 75400},
-      {__LINE__, " 1:02:03 ", etacSeconds, 372300},
-      {__LINE__, "-0.45", etacSeconds, -4500},
-      {__LINE__, "62.03", etacAuto, 372300},
-      {__LINE__, "1:02:03.4", etacAuto, 372340},
-      {__LINE__, "1:02:03,45", etacAuto, 372345},
-      {__LINE__, "1.2.3", etacHundredthsSeconds, 6203},
-      {__LINE__, "1.2.3", etacTenthsSeconds, 6230},
-      {__LINE__, "2:30", etacMinutes, 2 * 360000 + 30 * 6000},
-      {__LINE__, "7", etacSeconds, 700},
-      {__LINE__, ":07", etacSeconds, 700},
-      {__LINE__, "12:", etacSeconds, 72000},
-      {__LINE__, "12 min 34", etacSeconds, 123400},  // what is no digit is passed over
-      {__LINE__, "1:0:0:0", etacSeconds, 360000},    // every group from the hours on is hours
-      {__LINE__, "1:00:00:00", etacAuto, 360000},    // two digits behind: hundredths
-      {__LINE__, "1000:00:00", etacSeconds, 0},      // a thousand hours add nothing
-      {__LINE__, "", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "-", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "1-2", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "--1", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "-----", etacAuto, LRK_NO_TIME},
-      {__LINE__, "...", etacAuto, LRK_NO_TIME},
-      {__LINE__, "12345:00", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "46:36:12", etacSeconds, 16777200},
-      {__LINE__, "46:36:13", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "-46:36:13", etacSeconds, LRK_NO_TIME},
-      {__LINE__, "mp", etacSeconds, LRK_NO_TIME},
+      {"12:34", etacSeconds, 75400},
+      {" 1:02:03 ", etacSeconds, 372300},
+      {"-0.45", etacSeconds, -4500},
+      {"62.03", etacAuto, 372300},
+      {"1:02:03.4", etacAuto, 372340},
+      {"1:02:03,45", etacAuto, 372345},
+      {"1.2.3", etacHundredthsSeconds, 6203},
+      {"1.2.3", etacTenthsSeconds, 6230},
+      {"2:30", etacMinutes, 2 * 360000 + 30 * 6000},
+      {"7", etacSeconds, 700},
+      {":07", etacSeconds, 700},
+      {"12:", etacSeconds, 72000},
+      {"12 min 34", etacSeconds, 123400},  // what is no digit is passed over
+      {"1:0:0:0", etacSeconds, 360000},    // every group from the hours on is hours
+      {"1:00:00:00", etacAuto, 360000},    // two digits behind: hundredths
+      {"1000:00:00", etacSeconds, 0},      // a thousand hours add nothing
+      {"46:36:12", etacSeconds, 16777200},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    EXPECT_EQ(stringToTime(row.text, row.accuracy), row.time);
+    EXPECT_EQ(stringToTime(row.text, row.accuracy), row.time) << row.text;
+  }
+  for (const char* text :
+       {"", "-", "1-2", "--1", "-----", "...", "12345:00", "46:36:13", "-46:36:13", "mp"}) {
+    EXPECT_EQ(stringToTime(text, etacSeconds), LRK_NO_TIME) << text;
+    EXPECT_EQ(stringToTime(text, etacAuto), LRK_NO_TIME) << text;
   }
 }
 
@@ -61,70 +54,66 @@ TEST(TimeTest, ClockTextsMayStopEarly) {
 
 TEST(TimeTest, TimeBecomesText) {
   struct Row {
-    int line;
+    const char* text;
     Time time;
     int style;
-    enmTimeAccuracy accuracy;
-    bool truncate;
-    const char* delimiters;
-    const char* text;
+    enmTimeAccuracy accuracy = etacSeconds;
+    bool truncate = true;
+    const char* delimiters = ":.,";
   };
   constexpr Row rows[] = {
-      {__LINE__, 372345, etstHMS, etacSeconds, true, ":.,", "1:02.03"},
-      {__LINE__, 372345, etstHMS, etacSeconds, false, ":.,", "1:02.03,45"},
-      {__LINE__, 372340, etstHMS, etacSeconds, false, ":.,", "1:02.03,4"},
-      {__LINE__, 372345, etstHMS, etacTenthsSeconds, true, ":.,", "1:02.03,4"},
-      {__LINE__, 372345, etstHMS, etacHundredthsSeconds, true, ":.,", "1:02.03,45"},
-      {__LINE__, 372345, etstHMS, etacAuto, true, ":.,", "1:02.03"},
-      {__LINE__, 372345, etstHMS, etacMinutes, true, ":.,", "1:02"},
-      {__LINE__, 372345, etstHMS, etacHours, true, ":.,", "1"},
-      {__LINE__, 372345, etstMS, etacSeconds, true, ":.,", "62.03"},
-      {__LINE__, 7550, etstHMS, etacSeconds, true, ":.,", "1.15"},
-      {__LINE__, 0, etstHMS, etacSeconds, true, ":.,", "0.00"},
-      {__LINE__, -4500, etstHMS, etacSeconds, true, ":.,", "-0.45"},
-      {__LINE__, 4500, etstHMS | etstRelative, etacSeconds, true, ":.,", "+0.45"},
-      {__LINE__, 0, etstMS | etstRelative, etacSeconds, true, ":.,", "+0.00"},
-      {__LINE__, -50, etstMS | etstRelative, etacSeconds, true, ":.,", "-0.00"},
-      {__LINE__, 9000000, etstClockTime, etacSeconds, true, "::.", "1:00:00"},
-      {__LINE__, 9000000, etstClockTimeForceTwoHourDigits, etacSeconds, true, "::.", "01:00:00"},
-      {__LINE__, 3240000, etstClockTimeForceTwoHourDigits, etacHours, true, "::.", "09"},
-      {__LINE__, 372345, etstHMS, etacTenthsSeconds, true, "’:·", "1’02:03·4"},
-      {__LINE__, LRK_NO_TIME, etstHMS, etacSeconds, true, ":.,", "-"},
-      {__LINE__, LRK_NO_TIME + 5, etstHMS | etstRelative, etacSeconds, true, ":.,", "-"},
+      {"1:02.03", 372345, etstHMS},
+      {"1:02.03,45", 372345, etstHMS, etacSeconds, false},
+      {"1:02.03,4", 372340, etstHMS, etacSeconds, false},
+      {"1:02.03,4", 372345, etstHMS, etacTenthsSeconds},
+      {"1:02.03,45", 372345, etstHMS, etacHundredthsSeconds},
+      {"1:02.03", 372345, etstHMS, etacAuto},
+      {"1:02", 372345, etstHMS, etacMinutes},
+      {"1", 372345, etstHMS, etacHours},
+      {"62.03", 372345, etstMS},
+      {"1.15", 7550, etstHMS},
+      {"0.00", 0, etstHMS},
+      {"-0.45", -4500, etstHMS},
+      {"+0.45", 4500, etstHMS | etstRelative},
+      {"+0.00", 0, etstMS | etstRelative},
+      {"-0.00", -50, etstMS | etstRelative},
+      {"1:00:00", 9000000, etstClockTime, etacSeconds, true, "::."},
+      {"01:00:00", 9000000, etstClockTimeForceTwoHourDigits, etacSeconds, true, "::."},
+      {"09", 3240000, etstClockTimeForceTwoHourDigits, etacHours, true, "::."},
+      {"1’02:03·4", 372345, etstHMS, etacTenthsSeconds, true, "’:·"},
+      {"-", LRK_NO_TIME, etstHMS},
+      {"-", LRK_NO_TIME + 5, etstHMS | etstRelative},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
     EXPECT_EQ(timeToString(row.time, static_cast<enmTimeStyle>(row.style), row.accuracy,
                            row.truncate, row.delimiters),
-              row.text);
+              row.text)
+        << row.time;
   }
 }
 
 TEST(TimeTest, RoundingAndTruncation) {
   struct Row {
-    int line;
     Time time;
     enmTimeAccuracy accuracy;
-    Time rounded;
-    Time truncated;
+    Time rounded, truncated;
   };
   constexpr Row rows[] = {
-      {__LINE__, 150, etacSeconds, 200, 100},
-      {__LINE__, -150, etacSeconds, -100, -100},
-      {__LINE__, 149, etacSeconds, 100, 100},
-      {__LINE__, -151, etacSeconds, -200, -100},
-      {__LINE__, 155, etacTenthsSeconds, 160, 150},
-      {__LINE__, 155, etacHundredthsSeconds, 155, 155},
-      {__LINE__, 3000, etacMinutes, 6000, 0},
-      {__LINE__, 179999, etacHours, 0, 0},
-      {__LINE__, 1234, etacAuto, 0, 0},
-      {__LINE__, LRK_NO_TIME, etacSeconds, LRK_NO_TIME, LRK_NO_TIME},
-      {__LINE__, 33554430, etacSeconds, LRK_NO_TIME, LRK_NO_TIME},
+      {150, etacSeconds, 200, 100},
+      {-150, etacSeconds, -100, -100},
+      {149, etacSeconds, 100, 100},
+      {-151, etacSeconds, -200, -100},
+      {155, etacTenthsSeconds, 160, 150},
+      {155, etacHundredthsSeconds, 155, 155},
+      {3000, etacMinutes, 6000, 0},
+      {179999, etacHours, 0, 0},
+      {1234, etacAuto, 0, 0},
+      {LRK_NO_TIME, etacSeconds, LRK_NO_TIME, LRK_NO_TIME},
+      {33554430, etacSeconds, LRK_NO_TIME, LRK_NO_TIME},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    EXPECT_EQ(roundTime(row.time, row.accuracy), row.rounded);
-    EXPECT_EQ(truncateTime(row.time, row.accuracy), row.truncated);
+    EXPECT_EQ(roundTime(row.time, row.accuracy), row.rounded) << row.time;
+    EXPECT_EQ(truncateTime(row.time, row.accuracy), row.truncated) << row.time;
   }
 }
 
@@ -133,34 +122,28 @@ TEST(TimeTest, AccuracyIsTheCoarsestUnitThatDivides) {
   EXPECT_EQ(getTimeAccuracy(30), etacTenthsSeconds);
   EXPECT_EQ(getTimeAccuracy(-300), etacSeconds);
   EXPECT_EQ(getTimeAccuracy(6000), etacMinutes);
-  EXPECT_EQ(getTimeAccuracy(720000), etacHours);
-  EXPECT_EQ(getTimeAccuracy(0), etacHours);
-  EXPECT_EQ(getTimeAccuracy(LRK_NO_TIME), etacHours);
+  for (const Time time : {720000, 0, LRK_NO_TIME}) EXPECT_EQ(getTimeAccuracy(time), etacHours);
 }
 
 TEST(TimeTest, SexagesimalTextsReadGroupsFromTheRight) {
   EXPECT_EQ(sexagesimalTextToTime("1.02.03"), 372300);
   EXPECT_EQ(sexagesimalTextToTime("10:00-10:45"), 64500);
   EXPECT_EQ(sexagesimalTextToTime(" (62.15) "), 373500);
-  EXPECT_EQ(sexagesimalTextToTime("-1.00"), LRK_NO_TIME);
-  EXPECT_EQ(sexagesimalTextToTime(""), LRK_NO_TIME);
-  EXPECT_EQ(sexagesimalTextToTime("99.99.99.99.99"), LRK_NO_TIME);
-  EXPECT_EQ(sexagesimalTextToTime(std::string(5000, '9')), LRK_NO_TIME);
   // Zeros in front change nothing, however many there are.
   std::string zeros;
   for (int i = 0; i < 5000; ++i) zeros += "0:";
   EXPECT_EQ(sexagesimalTextToTime(zeros + "1:02:03"), 372300);
   EXPECT_EQ(sexagesimalTextToTime(std::string(5000, '0') + "7"), 700);
-  EXPECT_EQ(sexagesimalTextToTime("1" + std::string(5000, '0')), LRK_NO_TIME);
-  EXPECT_EQ(sexagesimalTextToTime("1:" + zeros + "0"), LRK_NO_TIME);
+  for (const std::string& text :
+       {std::string("-1.00"), std::string(), std::string("99.99.99.99.99"), std::string(5000, '9'),
+        "1" + std::string(5000, '0'), "1:" + zeros + "0"}) {
+    EXPECT_EQ(sexagesimalTextToTime(text), LRK_NO_TIME) << text;
+  }
 }
 
 TEST(TimeTest, TellsTimesFromOtherText) {
-  EXPECT_TRUE(isTimeText(" +1:02.3,4 "));
-  EXPECT_TRUE(isTimeText("-5"));
-  EXPECT_FALSE(isTimeText(""));
-  EXPECT_FALSE(isTimeText("--5"));
-  EXPECT_FALSE(isTimeText("12 34"));
+  for (const char* text : {" +1:02.3,4 ", "-5"}) EXPECT_TRUE(isTimeText(text)) << text;
+  for (const char* text : {"", "--5", "12 34"}) EXPECT_FALSE(isTimeText(text)) << text;
 }
 
 TEST(LengthTest, LengthsAsText) {
@@ -179,8 +162,7 @@ TEST(LengthTest, TextBecomesLength) {
   for (const char* text : {"1500", "1.5", "1,5 km", " 1500 m", "1.5 KM"}) {
     EXPECT_EQ(stringToLength(text), 150000) << text;
   }
-  EXPECT_EQ(stringToLength("-5"), 0);
-  EXPECT_EQ(stringToLength("long"), 0);
+  for (const char* text : {"-5", "long"}) EXPECT_EQ(stringToLength(text), 0);
   EXPECT_EQ(stringToLength("5 km"), 500000);
   EXPECT_EQ(stringToLength("99999999999"), 2147483647);
   EXPECT_EQ(stringToLength("0.000005"), 1);  // half a centimetre and a little goes up
@@ -188,24 +170,18 @@ TEST(LengthTest, TextBecomesLength) {
 
 TEST(CodeTextTest, CodesAsText) {
   struct Row {
-    int line;
     int code;
     const char* start;
     enmCodeStringConversion conversion;
     const char* text;
   };
   constexpr Row rows[] = {
-      {__LINE__, 32736, "S", ecscDefault, "S"},
-      {__LINE__, 32738, "S", ecscDefault, "S3"},
-      {__LINE__, 32751, "S", ecscDefault, "S16"},
-      {__LINE__, 32752, "S", ecscForceShowIndex, "F1"},
-      {__LINE__, 32753, "S", ecscForceHideIndex, "F"},
-      {__LINE__, 32736, "", ecscDefault, "#32736"},
-      {__LINE__, 101, "S", ecscDefault, "#101"},
-      {__LINE__, -2, "S", ecscDefault, "#-2"},
+      {32736, "S", ecscDefault, "S"},        {32738, "S", ecscDefault, "S3"},
+      {32751, "S", ecscDefault, "S16"},      {32752, "S", ecscForceShowIndex, "F1"},
+      {32753, "S", ecscForceHideIndex, "F"}, {32736, "", ecscDefault, "#32736"},
+      {101, "S", ecscDefault, "#101"},       {-2, "S", ecscDefault, "#-2"},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
     EXPECT_EQ(codeToString(static_cast<Code>(row.code), row.start, "F", "#", row.conversion),
               row.text);
   }
@@ -214,20 +190,16 @@ TEST(CodeTextTest, CodesAsText) {
 
 TEST(CodeTextTest, TextBecomesCode) {
   struct Row {
-    int line;
-    const char* text;
-    const char* prefix;
+    const char *text, *prefix;
     int code;
   };
   constexpr Row rows[] = {
-      {__LINE__, "S", "", 32736},   {__LINE__, "s3", "", 32738},    {__LINE__, "S99", "", 32751},
-      {__LINE__, "f", "", 32752},   {__LINE__, "F0", "", 32752},    {__LINE__, "40000", "", 32767},
-      {__LINE__, "100-2", "", 100}, {__LINE__, "#101", " # ", 101}, {__LINE__, "# 101", "#", 101},
-      {__LINE__, "-5", "", 0},      {__LINE__, "none", "", 0},      {__LINE__, "31.5", "", 32},
+      {"S", "", 32736},    {"s3", "", 32738},    {"S99", "", 32751}, {"f", "", 32752},
+      {"F0", "", 32752},   {"40000", "", 32767}, {"100-2", "", 100}, {"#101", " # ", 101},
+      {"# 101", "#", 101}, {"-5", "", 0},        {"none", "", 0},    {"31.5", "", 32},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    EXPECT_EQ(stringToCode(row.text, "S", "F", row.prefix), row.code);
+    EXPECT_EQ(stringToCode(row.text, "S", "F", row.prefix), row.code) << row.text;
   }
 }
 

@@ -10,30 +10,28 @@ namespace {
 
 TEST(WildcardTest, TheWholeTextIsLikeThePattern) {
   struct Row {
-    int line;
     const char* pattern;
-    std::vector<const char*> like;
-    std::vector<const char*> unlike;
+    std::vector<const char*> like, unlike;
   };
   const Row rows[] = {
-      {__LINE__, "", {""}, {"a"}},
-      {__LINE__, "ok", {"ok"}, {"", "o", "okt"}},
-      {__LINE__, "*", {"", "a"}, {}},
-      {__LINE__, "ok *", {"ok ", "ok syd"}, {"ok", "aok syd"}},
-      {__LINE__, "*a**b?*", {"xaxbxbx", "ab\xFF"}, {"xaxxxb", "bxa"}},
-      {__LINE__, "?sa", {"åsa", "€sa"}, {"sa", "xåsa"}},
-      {__LINE__, "h##", {"h21"}, {"h2e", "h2"}},
-      {__LINE__, "[a-cx]", {"a", "b", "x"}, {"d", "-", "", "ab"}},
-      {__LINE__, "[!a-cx]", {"d", "ö", "!"}, {"b", "x", ""}},
-      {__LINE__, "[å-ö][c-a]*", {}, {"ö", "öb"}},
-      {__LINE__, "[å-ö]", {"å", "æ"}, {"a", "ø"}},
-      {__LINE__, "[-a][a-][a-c-e]", {"---", "aae"}, {"bad", "aad"}},
-      {__LINE__, "[a!][*][?][#][[]]", {"!*?#[]"}, {"!a?#[]"}},
-      {__LINE__, "a[]b[!]", {"abx"}, {"ab"}},
-      {__LINE__, "![ab", {"![ab"}, {"!a"}},
+      {"", {""}, {"a"}},
+      {"ok", {"ok"}, {"", "o", "okt"}},
+      {"*", {"", "a"}, {}},
+      {"ok *", {"ok ", "ok syd"}, {"ok", "aok syd"}},
+      {"*a**b?*", {"xaxbxbx", "ab\xFF"}, {"xaxxxb", "bxa"}},
+      {"?sa", {"åsa", "€sa"}, {"sa", "xåsa"}},
+      {"h##", {"h21"}, {"h2e", "h2"}},
+      {"[a-cx]", {"a", "b", "x"}, {"d", "-", "", "ab"}},
+      {"[!a-cx]", {"d", "ö", "!"}, {"b", "x", ""}},
+      {"[å-ö][c-a]*", {}, {"ö", "öb"}},
+      {"[å-ö]", {"å", "æ"}, {"a", "ø"}},
+      {"[-a][a-][a-c-e]", {"---", "aae"}, {"bad", "aad"}},
+      {"[a!][*][?][#][[]]", {"!*?#[]"}, {"!a?#[]"}},
+      {"a[]b[!]", {"abx"}, {"ab"}},
+      {"![ab", {"![ab"}, {"!a"}},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+    SCOPED_TRACE(row.pattern);
     const WildcardPattern pattern(row.pattern);
     for (const char* text : row.like) EXPECT_TRUE(pattern.matches(text)) << text;
     for (const char* text : row.unlike) EXPECT_FALSE(pattern.matches(text)) << text;
