@@ -190,7 +190,7 @@ TEST(CodeTextTest, CodesAsText) {
 
 TEST(CodeTextTest, TextBecomesCode) {
   struct Row {
-    const char *text, *prefix;
+    std::string_view text, prefix;
     int code;
   };
   constexpr Row rows[] = {

@@ -9,39 +9,33 @@ namespace {
 
 using test::codes;
 
-TEST(ToolsTest, ControlsThatStandForStartAndFinishAreFound) {
-  const std::vector<LRKCodes> runners = {
-      codes("S-31-32-F"),         // first control 31, last 32
-      codes("100-31-32-F"),       // 100 stands where the start should
-      codes("S-31-32-200"),       // 200 stands where the finish should
-      codes("31-40-32"),          // 31 comes first, 32 last: nothing stands for anything
-      codes("S-41-101-31-32-F"),  // 101 comes before 31 too
-  };
+// The codes that runners have where others have the start and the finish.
+std::string codesFound(std::initializer_list<const char*> courses, int runners = -1) {
+  std::vector<LRKCodes> all;
+  for (const char* course : courses) all.push_back(codes(course));
   LRKCodes start = codes("1-2-3-4-5");
-  LRKCodes finish;
-  getCodesEqualToStartAndFinish(runners, start, finish);
-  EXPECT_EQ(start.toString(), "100-101");
-  EXPECT_EQ(finish.toString(), "200");
-  LRKTools::getCodesEqualToStartAndFinish(2, runners, start, finish);
-  EXPECT_EQ(start.toString(), "100");
-  EXPECT_EQ(finish.count(), 0);
-}
-
-TEST(ToolsTest, CodesOfOrder) {
-  // Set order decides: first controls 32 then 31, so what precedes 32 comes first.
-  const std::vector<LRKCodes> runners = {codes("S-32-F"), codes("S-31-F"), codes("7-31-8-32-9")};
-  LRKCodes start;
-  LRKCodes finish;
-  getCodesEqualToStartAndFinish(runners, start, finish);
-  EXPECT_EQ(start.toString(), "8-7");
-  EXPECT_EQ(finish.toString(), "9-8");
-}
-
-TEST(ToolsTest, EmptyInputGivesEmptyLists) {
-  LRKCodes start = codes("1");
   LRKCodes finish = codes("2");
-  getCodesEqualToStartAndFinish({}, start, finish);
-  EXPECT_EQ(start.count() + finish.count(), 0);
+  if (runners < 0) {
+    getCodesEqualToStartAndFinish(all, start, finish);
+  } else {
+    LRKTools::getCodesEqualToStartAndFinish(runners, all, start, finish);
+  }
+  return start.toString() + " " + finish.toString();
+}
+
+TEST(ToolsTest, ControlsThatStandForStartAndFinishAreFound) {
+  const std::initializer_list<const char*> runners = {
+      "S-31-32-F",         // first control 31, last 32
+      "100-31-32-F",       // 100 stands where the start should
+      "S-31-32-200",       // 200 stands where the finish should
+      "31-40-32",          // 31 comes first, 32 last: nothing stands for anything
+      "S-41-101-31-32-F",  // 101 comes before 31 too
+  };
+  EXPECT_EQ(codesFound(runners), "100-101 200");
+  EXPECT_EQ(codesFound(runners, 2), "100 ");
+  // Set order decides: first controls 32 then 31, so what precedes 32 comes first.
+  EXPECT_EQ(codesFound({"S-32-F", "S-31-F", "7-31-8-32-9"}), "8-7 9-8");
+  EXPECT_EQ(codesFound({}), " ");
 }
 
 }  // namespace
