@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -28,13 +29,8 @@ Reports reportsOf(LRKCourse& course, int flags) {
 }
 
 TEST(CalculateTest, TellsItsStagesInOrder) {
-  struct Row {
-    int flags;
-    int method;
-    bool withoutTimeLoss;
-    const char* messages;
-  };
-  const Row rows[] = {
+  // Flags, the method of time losses, whether they are taken out, and the messages.
+  const std::tuple<int, int, bool, std::string> rows[] = {
       {23, etlcCompareToTopTime, false, "0,1,1,2,3,3,4,4,6,6,7,7,"},
       {23, etlcCompareToBestTime, true, "0,1,1,2,3,3,4,4,5,5,6,6,7,7,"},
       {7, etlcCompareToBestTime, false, "0,1,1,2,4,4,6,6,7,7,"},
@@ -43,15 +39,14 @@ TEST(CalculateTest, TellsItsStagesInOrder) {
       {4, etlcCompareToBestTime, true, "0,1,1,2,6,6,"},
       {1, 2, true, "0,1,1,2,5,5,6,6,"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.messages);
+  for (const auto& [flags, method, withoutTimeLoss, messages] : rows) {
+    SCOPED_TRACE(messages);
     LRKCourse course = courseByLegs("S-31-F", {{60, 60}, {70, 70}});
-    course.timeLossCalculationMethod(static_cast<enmTimeLossCalculationMethod>(row.method));
-    course.timesWithoutTimeLoss(row.withoutTimeLoss);
-    EXPECT_EQ(reportsOf(course, row.flags).messages,
-              "start calculate," + std::string(row.messages) + "end calculate,");
+    course.timeLossCalculationMethod(static_cast<enmTimeLossCalculationMethod>(method));
+    course.timesWithoutTimeLoss(withoutTimeLoss);
+    EXPECT_EQ(reportsOf(course, flags).messages, "start calculate," + messages + "end calculate,");
     EXPECT_TRUE(course.calculated());
-    EXPECT_EQ(course.calculationFlags(), row.flags);
+    EXPECT_EQ(course.calculationFlags(), flags);
   }
 }
 

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "larkstone/model/category.hpp"
@@ -68,12 +70,8 @@ TEST(CourseAssemblyTest, AcceptsRunnersByThePolicy) {
 }
 
 TEST(CourseAssemblyTest, LegsThatWereRunTwiceAreFoundTwice) {
-  struct Row {
-    const char* course;  // of the first runner
-    const char* run;
-    Ints punches;
-  };
-  const Row rows[] = {
+  // The first runner's course, what the second ran, and where that has the legs.
+  const std::tuple<const char*, const char*, Ints> rows[] = {
       // Both loops begin with 50-1.
       {"S-50-1-2-50-1-3-50-9-F",
        "S-50-1-3-50-1-2-50-9-F",
@@ -87,13 +85,13 @@ TEST(CourseAssemblyTest, LegsThatWereRunTwiceAreFoundTwice) {
        "S-50-1-50-1-50-2-50-9-F",
        {0, 1, 1, 2, 2, 3, 5, 6, 6, 7, 3, 4, 4, 5, 7, 8, 8, 9}},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.run);
-    LRKCourse course = categoryOf({row.course, row.run}).toCourse(erqlExactlyAll, true, false);
+  for (const auto& [first, run, punches] : rows) {
+    SCOPED_TRACE(run);
+    LRKCourse course = categoryOf({first, run}).toCourse(erqlExactlyAll, true, false);
     ASSERT_EQ(course.noOfRunners(), 2);
     EXPECT_FALSE(course.runner(0).rearrangementValueUsed());
     EXPECT_TRUE(course.runner(1).rearrangementValueUsed());
-    EXPECT_EQ(punchIndices(course.runner(1)), row.punches);
+    EXPECT_EQ(punchIndices(course.runner(1)), punches);
     course.calculate();
     const int last = course.noOfLegs() - 1;
     EXPECT_EQ(course.runner(1).time(last, elstTotal), (last + 1) * 6000);
@@ -126,12 +124,7 @@ TEST(CourseAssemblyTest, AForkIsMergedIntoOneLegThatKnowsItsControls) {
 }
 
 TEST(CourseAssemblyTest, SaysWhyARunnerIsRefused) {
-  struct Row {
-    const char* run;
-    enmRequiredLegs required;
-    enmRefusal refusal;
-  };
-  constexpr Row rows[] = {
+  constexpr std::tuple<const char*, enmRequiredLegs, enmRefusal> rows[] = {
       {"S-31-F", erqlExactlyAll, erefTooFewLegs},
       {"S-40-32-F", erqlAll, erefTooFewLegs},
       {"S-31-32-F-40", erqlExactlyAll, erefOtherLegs},
@@ -141,10 +134,10 @@ TEST(CourseAssemblyTest, SaysWhyARunnerIsRefused) {
       {"", erqlNone, erefNone},
   };
   LRKCourse course = emptyCourse("S-31-32-F");
-  for (const Row& row : rows) {
-    course.runnerAdditionStyleRequiredLegs(row.required);
-    EXPECT_EQ(course.addRunner(runnerAsWritten(row.run)), row.refusal == erefNone) << row.run;
-    EXPECT_EQ(course.lastRefusal(), row.refusal) << row.run;
+  for (const auto& [run, required, refusal] : rows) {
+    course.runnerAdditionStyleRequiredLegs(required);
+    EXPECT_EQ(course.addRunner(runnerAsWritten(run)), refusal == erefNone) << run;
+    EXPECT_EQ(course.lastRefusal(), refusal) << run;
   }
   EXPECT_EQ(course.noOfRefusedRunners(), 5);
   EXPECT_EQ(course.noOfRefusedRunners(erefTooFewLegs), 2);
@@ -207,12 +200,10 @@ TEST(CourseAssemblyTest, NewLegsBeginANewCourse) {
 }
 
 TEST(CourseConversionTest, ACategoryBecomesACourseAndACourseACategory) {
-  LRKCategory category;
+  LRKCategory category = categoryOf({"S-31-32-F", "S-31-F", "S-31-32-F"});
   category.name("h21");
   category.timeAccuracy(etacTenthsSeconds);
-  category.addRunner(runner("S-31-32-F"));
-  category.addRunner(runner("S-31-F", {}, "B"));
-  category.addRunner(runner("S-31-32-F"));
+  category.runner(1).name("B");
   std::optional<LRKLegs> used;
   LRKCourse course = category.toCourse(erqlAll, false, false, used);
   EXPECT_EQ(course.timeAccuracy(), etacTenthsSeconds);
@@ -237,10 +228,7 @@ TEST(CourseConversionTest, ACategoryBecomesACourseAndACourseACategory) {
 
 TEST(CourseConversionTest, ARunnerWithoutAStartPunchIsFoundThroughTheOthers) {
   // 99 comes where the others have the start, so it counts as the start.
-  LRKCategory category;
-  category.addRunner(runner("S-31-32-F"));
-  category.addRunner(runner("99-31-32-F"));
-  LRKCourse course = category.toCourse(erqlExactlyAll, true, false);
+  LRKCourse course = categoryOf({"S-31-32-F", "99-31-32-F"}).toCourse(erqlExactlyAll, true, false);
   EXPECT_EQ(course.codesEqualToStart().toString(), "99");
   EXPECT_EQ(course.noOfRunners(), 2);
   EXPECT_FALSE(course.addRunner(runner("97-31-32-F")));

@@ -36,21 +36,19 @@ const std::vector<bool> all(9, true);
 
 TEST(DerivedCourseConversionTest, ADerivedCourseTakesTheSameRunnersAgain) {
   struct Row {
-    int line;
     enmRequiredLegs required;
-    bool rearrangement;
-    bool merging;
+    bool rearrangement, merging;
     std::vector<int> runners;
   };
   const Row rows[] = {
-      {__LINE__, erqlExactlyAll, false, false, {1, 5}},
-      {__LINE__, erqlAll, false, true, {1, 3, 5}},
-      {__LINE__, erqlExactlyAll, true, false, {1, 2, 5}},
-      {__LINE__, erqlAtLeastOne, true, true, {1, 2, 3, 5}},
+      {erqlExactlyAll, false, false, {1, 5}},
+      {erqlAll, false, true, {1, 3, 5}},
+      {erqlExactlyAll, true, false, {1, 2, 5}},
+      {erqlAtLeastOne, true, true, {1, 2, 3, 5}},
   };
   const LRKCategory category = relayCategory();
   for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
+    SCOPED_TRACE(&row - rows);
     const LRKCourse course = category.toCourse(row.required, row.rearrangement, row.merging);
     const LRKDerivedCourse derived = course.toDerivedCourse(all, all);
     EXPECT_EQ(runnerNumbers(derived), row.runners);

@@ -44,33 +44,28 @@ TEST(LegStatisticsTest, ALegThatNobodyHasIsOfMeanLength) {
   EXPECT_DOUBLE_EQ(course.normalizedLength(0), 1.0 / 6);
   EXPECT_DOUBLE_EQ(course.normalizedLength(1), 2.0 / 6);
   EXPECT_DOUBLE_EQ(course.accumulatedNormalizedLength(1), 3.0 / 6);
-  EXPECT_EQ(course.bestTime(1, elstLeg), none);
-  EXPECT_EQ(course.legTopTime(1), none);
-  EXPECT_EQ(course.averageTime(1, elstLeg), none);
+  for (const Time time : {course.bestTime(1, elstLeg), course.legTopTime(1),
+                          course.averageTime(1, elstLeg), course.idealTime(2)}) {
+    EXPECT_EQ(time, none);
+  }
   EXPECT_EQ(course.timeLossFrequency(1), 0);
   EXPECT_EQ(course.idealTime(0), 10000);
-  EXPECT_EQ(course.idealTime(2), none);
   EXPECT_EQ(places(course, 1, elstLeg), Ints{1});
 }
 
 TEST(LegStatisticsTest, TheTopTimeIsAMeanOfTheFastest) {
-  struct Row {
-    float percentile;
-    Time top;
-  };
-  const Row rows[] = {
+  const std::pair<float, Time> rows[] = {
       {0.25F, 10180},  // (101 + 102 + 103 / 2) / 2.5
       {0.05F, 10100},  // only half a runner, still a mean
       {7.0F, 10550},   // there are no more than ten
       {-1.0F, none},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.percentile);
-    LRKCourse course =
-        courseByLegs("S-F", {{110}, {102}, {109}, {101}, {108}, {103}, {107}, {104}, {106}, {105}});
-    course.topPercentile(row.percentile);
+  LRKCourse course =
+      courseByLegs("S-F", {{110}, {102}, {109}, {101}, {108}, {103}, {107}, {104}, {106}, {105}});
+  for (const auto& [percentile, top] : rows) {
+    course.topPercentile(percentile);
     course.calculate();
-    EXPECT_EQ(course.legTopTime(0, etacHundredthsSeconds), row.top);
+    EXPECT_EQ(course.legTopTime(0, etacHundredthsSeconds), top) << percentile;
   }
 }
 
@@ -87,13 +82,18 @@ TEST(LegStatisticsTest, RunnersWithANegativeTimeCountForTheShareOnly) {
   EXPECT_EQ(places(course, 0, elstLeg), (Ints{4, 3, 1, 2}));
 }
 
-TEST(LegStatisticsTest, TimesAreCutAndMeansRounded) {
+LRKCourse finishingAt(std::initializer_list<Time> times) {
   LRKCourse course = emptyCourse("S-F");
   LRKRunner r = runner("S-F");
-  for (const Time finish : {12345, 1000, 1001}) {
+  for (const Time finish : times) {
     r.finishTime(finish);
     course.addRunner(r);
   }
+  return course;
+}
+
+TEST(LegStatisticsTest, TimesAreCutAndMeansRounded) {
+  LRKCourse course = finishingAt({12345, 1000, 1001});
   course.calculate();
   EXPECT_EQ(course.timeAccuracy(), etacHundredthsSeconds);
   EXPECT_EQ(course.averageTime(0, elstLeg), 4782);  // 14346 / 3
@@ -116,12 +116,7 @@ TEST(LegStatisticsTest, TimesAreCutAndMeansRounded) {
 }
 
 TEST(LegStatisticsTest, TopTimesAreRoundedToTheAccuracyAskedFor) {
-  LRKCourse course = emptyCourse("S-F");
-  LRKRunner r = runner("S-F");
-  for (const Time finish : {12340, 12350}) {
-    r.finishTime(finish);
-    course.addRunner(r);
-  }
+  LRKCourse course = finishingAt({12340, 12350});
   course.topPercentile(1);  // the mean of both, 12345
   course.timeAccuracy(etacTenthsSeconds);
   course.calculate();
