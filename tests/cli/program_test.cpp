@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -21,6 +23,7 @@ using test::bytesOf;
 using test::ProgramTest;
 using test::Result;
 using Json = nlohmann::json;
+using ::testing::HasSubstr;
 
 TEST_F(ProgramTest, EveryCommandExplainsItself) {
   for (const char* command : {"detect", "import", "startlist", "info", "courses", "analyse",
@@ -29,7 +32,7 @@ TEST_F(ProgramTest, EveryCommandExplainsItself) {
          {std::string(command) + " --help", "help " + std::string(command)}) {
       const Result result = run(arguments);
       EXPECT_EQ(result.exitCode, 0) << arguments;
-      EXPECT_NE(result.out.find("FILE"), std::string::npos) << arguments;
+      EXPECT_THAT(result.out, HasSubstr("FILE")) << arguments;
       EXPECT_EQ(result.err, "");
     }
   }
@@ -38,101 +41,73 @@ TEST_F(ProgramTest, EveryCommandExplainsItself) {
 }
 
 TEST_F(ProgramTest, WrongUsageSaysHowToGetHelp) {
-  for (const std::string& arguments :
-       {std::string(),
-        std::string("run"),
-        std::string("info"),
-        "info --fast " + race_,
-        "analyse --sort speed " + race_,
-        "analyse --sort legTime:0 " + race_,
-        "analyse --sort legTime:1.5 " + race_,
-        "analyse --sort legTime:desc:1 " + race_,
-        "analyse --breakpoints 7 " + race_,
-        "analyse --breakpoints 7,x " + race_,
-        "analyse --breakpoints 7,20,30 " + race_,
-        "analyse --breakpoints=-1,20 " + race_,
-        "analyse --breakpoints 20,7 " + race_,
-        "analyse --csv --summary " + race_,
-        "analyse --following-method near " + race_,
-        "analyse --course-legs S-x-F " + race_,
-        "analyse --flags 32 " + race_,
-        "analyse --time-loss-percent 20 " + race_,
-        "analyse --time-loss-percent nan " + race_,
-        "table --text --base-url /t " + race_,
-        "table --text --top 3 " + race_,
-        "table --text --tooltips " + race_,
-        "import -o x.lrk4 " + race_ + " " + folder_.path() + "/./race.xml",
-        "import --zero-time soon " + race_ + " -o x.lrk4",
-        "import " + race_}) {
+  std::vector<std::string> wrong = {
+      "", "run", "info", "import -o x.lrk4 " + race_ + " " + folder_.path() + "/./race.xml"};
+  for (const char* options :
+       {"info --fast", "import", "import -o x.lrk4 --zero-time soon", "analyse --sort speed",
+        "analyse --sort legTime:0", "analyse --sort legTime:1.5", "analyse --sort legTime:desc:1",
+        "analyse --breakpoints 7", "analyse --breakpoints 7,x", "analyse --breakpoints 7,20,30",
+        "analyse --breakpoints=-1,20", "analyse --breakpoints 20,7", "analyse --csv --summary",
+        "analyse --following-method near", "analyse --course-legs S-x-F", "analyse --flags 32",
+        "analyse --time-loss-percent 20", "analyse --time-loss-percent nan",
+        "table --text --base-url /t", "table --text --top 3", "table --text --tooltips"}) {
+    wrong.push_back(options + (" " + race_));
+  }
+  for (const std::string& arguments : wrong) {
     const Result result = run(arguments);
     EXPECT_EQ(result.exitCode, 2) << arguments;
-    EXPECT_NE(result.err.find("--help"), std::string::npos) << arguments;
+    EXPECT_THAT(result.err, HasSubstr("--help")) << arguments;
     EXPECT_EQ(result.out, "") << arguments;
   }
 }
 
 TEST_F(ProgramTest, WhatTheOptionsAskForInVainIsSaid) {
-  struct Row {
-    int line;
-    std::string arguments;
-    int exitCode;
-    const char* said;
-  };
-  const std::string captions = folder_.write("captions.txt", "name\tNamn\n");
+  const std::string captions = "table --language " + folder_.write("captions.txt", "name\tNamn\n");
   const std::string event = folder_ / "race.lrk4";
   const std::string empty = folder_.write("empty.xml", test::list3(test::class3("")));
   const std::string starts =
       folder_.write("starts.html",
                     "<hr><b>H21</b><table><tr><td>Dan<td>-<td>9:00:00</tr></table>med OLA version");
   ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
-  const Row rows[] = {
-      {__LINE__, "analyse --csv --sort legTime:3 " + race_, 0, ""},
-      {__LINE__, "analyse --csv --sort legTime:4 " + race_, 3, "H21: there is no leg 4 to sort by"},
-      {__LINE__, "table --sort legTime:99:desc " + race_, 3, "H21: there is no leg 99 to sort by"},
-      {__LINE__, "table --sort legTime:99 " + race_, 3, "H21: there is no leg 99 to sort by"},
-      {__LINE__, "analyse --course-legs S-41-F " + race_, 3,
-       "H21: no runner fits the course S-41-F"},
-      {__LINE__, "table --course-legs S-41-F " + race_, 3, "H21: no runner fits the course S-41-F"},
-      {__LINE__, "analyse --summary --course-legs S-31-F --required-legs exactly-all " + race_, 3,
+  const std::string noLeg99 = "H21: there is no leg 99 to sort by";
+  const std::string noneFits = "H21: no runner fits the course S-41-F";
+  const std::string noRunner = "empty.xml: there is no runner in it";
+  // The arguments, the exit code and what is said.
+  const std::tuple<std::string, int, std::string> rows[] = {
+      {"analyse --csv --sort legTime:3 " + race_, 0, ""},
+      {"analyse --csv --sort legTime:4 " + race_, 3, "H21: there is no leg 4 to sort by"},
+      {"table --sort legTime:99:desc " + race_, 3, noLeg99},
+      {"table --sort legTime:99 " + race_, 3, noLeg99},
+      {"analyse --course-legs S-41-F " + race_, 3, noneFits},
+      {"table --course-legs S-41-F " + race_, 3, noneFits},
+      {"analyse --summary --course-legs S-31-F --required-legs exactly-all " + race_, 3,
        "H21: no runner fits the course S-31-F"},
-      {__LINE__, "report --course-legs S-41-F " + race_, 3, "H21: no runner fits the course"},
-      {__LINE__, "table --language " + captions + ":0 " + race_, 0, ""},
-      {__LINE__, "table --language " + captions + ":1 " + race_, 1, "no captions in column 1"},
-      {__LINE__, "table --language " + captions + ":-1 " + race_, 1, "could not be read"},
-      // A list without runners.
-      {__LINE__, "info " + empty, 3, "empty.xml: there is no runner in it, and no class"},
-      {__LINE__, "analyse " + empty, 3, "there is no runner in it"},
-      {__LINE__, "table " + empty, 3, "there is no runner in it"},
-      {__LINE__, "report " + empty, 3, "there is no runner in it"},
-      {__LINE__, "courses " + empty, 3, "there is no runner in it"},
-      {__LINE__, "search " + empty + " name = x", 3, "there is no runner in it"},
-      {__LINE__, "export --to json " + empty, 3, "there is no runner in it"},
-      {__LINE__, "import -o " + (folder_ / "out.lrk4") + " " + race_ + " " + empty, 3,
-       "empty.xml: there is no runner in it"},
-      {__LINE__, "startlist " + event + " " + starts, 3, "starts.html: no start time was set"},
+      {"report --course-legs S-41-F " + race_, 3, "H21: no runner fits the course"},
+      {captions + ":0 " + race_, 0, ""},
+      {captions + ":1 " + race_, 1, "no captions in column 1"},
+      {captions + ":-1 " + race_, 1, "could not be read"},
+      {"info " + empty, 3, noRunner + ", and no class"},
+      {"analyse " + empty, 3, noRunner},
+      {"table " + empty, 3, noRunner},
+      {"report " + empty, 3, noRunner},
+      {"courses " + empty, 3, noRunner},
+      {"search " + empty + " name = x", 3, noRunner},
+      {"export --to json " + empty, 3, noRunner},
+      {"import -o " + (folder_ / "out.lrk4") + " " + race_ + " " + empty, 3, noRunner},
+      {"startlist " + event + " " + starts, 3, "starts.html: no start time was set"},
+      // What cannot be read.
+      {"info " + (folder_ / "none.xml"), 1, "none.xml: "},
+      {"info " + (folder_ / "none.xml"), 1, "(LRK_IMPORT_FILE_DOES_NOT_EXIST)"},
+      {"analyse " + folder_.write("other.txt", "no result list"), 1, "(LRK_IMPORT_UNKNOWN)"},
+      {"info " + folder_.write("broken.lrk4", "lrk4!"), 1, "(LRK_INVALID_FILE_FORMAT)"},
+      {"analyse -c D21 " + race_, 1, ""},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    const Result result = run(row.arguments);
-    EXPECT_EQ(result.exitCode, row.exitCode);
-    EXPECT_NE(result.err.find(row.said), std::string::npos) << result.err;
-    EXPECT_EQ(result.err.empty(), row.exitCode == 0) << result.err;
+  for (const auto& [arguments, exitCode, said] : rows) {
+    const Result result = run(arguments);
+    EXPECT_EQ(result.exitCode, exitCode) << arguments;
+    EXPECT_THAT(result.err, HasSubstr(said)) << arguments;
+    EXPECT_EQ(result.err.empty(), exitCode == 0) << arguments;
   }
-}
-
-TEST_F(ProgramTest, WhatCannotBeReadIsSaidInOneLine) {
-  const std::string other = folder_.write("other.txt", "no result list");
-  const Result missing = run("info " + (folder_ / "none.xml"));
-  EXPECT_EQ(missing.exitCode, 1);
-  EXPECT_NE(missing.err.find("none.xml: "), std::string::npos);
-  EXPECT_NE(missing.err.find("(LRK_IMPORT_FILE_DOES_NOT_EXIST)"), std::string::npos);
-  const Result unknown = run("analyse " + other);
-  EXPECT_EQ(unknown.exitCode, 1);
-  EXPECT_NE(unknown.err.find("(LRK_IMPORT_UNKNOWN)"), std::string::npos);
-  const Result broken = run("info " + folder_.write("broken.lrk4", "lrk4!"));
-  EXPECT_EQ(broken.exitCode, 1);
-  EXPECT_NE(broken.err.find("(LRK_INVALID_FILE_FORMAT)"), std::string::npos);
-  EXPECT_EQ(run("analyse -c D21 " + race_).exitCode, 1);
 }
 
 TEST_F(ProgramTest, FormatsAreNamed) {
@@ -216,7 +191,7 @@ TEST_F(ProgramTest, NoOutputGoesOverItsInput) {
     for (const char* option : {"", " --overwrite"}) {
       const Result result = run(command + file + condition + " -o " + output + option);
       EXPECT_EQ(result.exitCode, 2) << command;
-      EXPECT_NE(result.err.find(output + ": "), std::string::npos) << command;
+      EXPECT_THAT(result.err, HasSubstr(output + ": ")) << command;
       EXPECT_TRUE(bytesOf(input) == before) << command;
     }
   }
@@ -283,7 +258,7 @@ TEST_F(ProgramTest, ExportsAreOfTheirFormat) {
     ASSERT_EQ(run(command + " -o " + target).exitCode, 0);
     EXPECT_EQ(run("detect " + target).out, target + ": LRK_IMPORT_" + format + "\n");
     EXPECT_EQ(run(command).out, bytesOf(target));
-    EXPECT_NE(run("info " + target).out.find("H21: 3 runners"), std::string::npos) << name;
+    EXPECT_THAT(run("info " + target).out, HasSubstr("H21: 3 runners")) << name;
     EXPECT_EQ(run(command + " > /dev/full").exitCode, 1);
   }
   EXPECT_EQ(run("export --to lrk3 -o " + (folder_ / "no/out") + " " + race_).exitCode, 1);
@@ -306,42 +281,33 @@ TEST_F(ProgramTest, ATableIsAPageOfItsOwn) {
   ASSERT_EQ(run("table -c h21 --places --tooltips -o " + page + " " + race_).exitCode, 0);
   const std::string html = bytesOf(page);
   EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0U);
-  EXPECT_NE(html.find("<title>R &amp; D - H21</title>"), std::string::npos);
-  EXPECT_NE(html.find("Ann A &lt;x&gt;"), std::string::npos);
-  EXPECT_NE(html.find("var hc = new Array("), std::string::npos);
-  EXPECT_NE(html.find(">mp<"), std::string::npos);
-  EXPECT_NE(run("table --base-url /t " + race_).out.find("href=\"/t?&sortBy=1\""),
-            std::string::npos);
-  EXPECT_NE(run("table --base-url /t?a=1 " + race_).out.find("\"/t?a=1&sortBy=1\""),
-            std::string::npos);
+  EXPECT_THAT(html, HasSubstr("<title>R &amp; D - H21</title>"));
+  EXPECT_THAT(html, HasSubstr("Ann A &lt;x&gt;"));
+  EXPECT_THAT(html, HasSubstr("var hc = new Array("));
+  EXPECT_THAT(html, HasSubstr(">mp<"));
+  EXPECT_THAT(run("table --base-url /t " + race_).out, HasSubstr("href=\"/t?&sortBy=1\""));
+  EXPECT_THAT(run("table --base-url /t?a=1 " + race_).out, HasSubstr("\"/t?a=1&sortBy=1\""));
   EXPECT_EQ(run("table " + example_).exitCode, 2);
   EXPECT_EQ(run("table --language " + (folder_ / "none.txt") + ":1 " + race_).exitCode, 1);
   const std::string captions = folder_.write("captions.txt", "name\tNamn\tJm\xE9no\n");
-  EXPECT_NE(run("table --language " + captions + ":1 " + race_).out.find("Jméno"),
-            std::string::npos);
+  EXPECT_THAT(run("table --language " + captions + ":1 " + race_).out, HasSubstr("Jméno"));
 }
 
 TEST_F(ProgramTest, RunnersAreFoundByTheirProperties) {
-  struct Row {
-    int line;
-    const char* conditions;
-    const char* lines;
-  };
-  constexpr Row rows[] = {
-      {__LINE__, "name = '[A-B]*'", "H21\tAnn A <x>\t\t2:30\tOK\nH21\tBea B\t\t2:30\tOK\n"},
-      {__LINE__, "LastName '!=' b STATUS = mispunch", "H21\tCid C\t\t-\tMisPunch\n"},
-      {__LINE__, "152 = 0 firstName '>' Ann", "H21\tBea B\t\t2:30\tOK\n"},
-      {__LINE__, "--any 151 '<' 4 firstName = c#d status = 6", "H21\tCid C\t\t-\tMisPunch\n"},
-      {__LINE__, "birthDate '<' 2026-05-03", ""},
-      {__LINE__, "name = 'Bea*' --json",
+  const std::pair<const char*, const char*> rows[] = {
+      {"name = '[A-B]*'", "H21\tAnn A <x>\t\t2:30\tOK\nH21\tBea B\t\t2:30\tOK\n"},
+      {"LastName '!=' b STATUS = mispunch", "H21\tCid C\t\t-\tMisPunch\n"},
+      {"152 = 0 firstName '>' Ann", "H21\tBea B\t\t2:30\tOK\n"},
+      {"--any 151 '<' 4 firstName = c#d status = 6", "H21\tCid C\t\t-\tMisPunch\n"},
+      {"birthDate '<' 2026-05-03", ""},
+      {"name = 'Bea*' --json",
        "[\n{\"category\": \"H21\", \"runnerIndex\": 1, \"name\": \"Bea B\", \"club\": \"\", "
        "\"status\": \"OK\", \"resultTime\": 15000}]\n"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    const Result result = run("search " + race_ + " " + row.conditions);
+  for (const auto& [conditions, lines] : rows) {
+    const Result result = run("search " + race_ + " " + conditions);
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, row.lines);
+    EXPECT_EQ(result.out, lines) << conditions;
     EXPECT_EQ(result.err, "");
   }
   for (const char* wrong : {"club =", "sortPlace = 1", "164 = 1", "club == x", "ID = x",
@@ -357,12 +323,12 @@ TEST_F(ProgramTest, AStartListGivesStartTimes) {
       "</table>med OLA version");
   const std::string event = folder_ / "race.lrk4";
   ASSERT_EQ(run("import -o " + event + " " + race_).exitCode, 0);
-  EXPECT_NE(run("detect " + list).out.find("LRK_IMPORT_OLA_HTML"), std::string::npos);
+  EXPECT_THAT(run("detect " + list).out, HasSubstr("LRK_IMPORT_OLA_HTML"));
   EXPECT_EQ(run("detect " + folder_.write("l.html", "LUETTELO")).out,
             (folder_ / "l.html") + ": LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML 131\n");
   const Result result = run("startlist " + event + " " + list);
   EXPECT_EQ(result.exitCode, 0);
-  EXPECT_NE(result.err.find("starts.html: 1 item left out"), std::string::npos);
+  EXPECT_THAT(result.err, HasSubstr("starts.html: 1 item left out"));
   const Json runners =
       Json::parse(run("export --to json " + event).out)["categories"][0]["runners"];
   EXPECT_EQ(runners[1]["punches"][0][1], 3960000);
@@ -399,7 +365,7 @@ TEST_F(ProgramTest, WhatAnImportLeavesOutIsCounted) {
   const std::string list = folder_.write("list.xml", test::list3(test::class3("<PersonResult/>")));
   const Result counted = run("info " + list);
   EXPECT_EQ(counted.exitCode, 0);
-  EXPECT_NE(counted.err.find("list.xml: 1 item left out"), std::string::npos);
+  EXPECT_THAT(counted.err, HasSubstr("list.xml: 1 item left out"));
   EXPECT_EQ(run("info -q " + list).err, "");
   EXPECT_GT(run("info -v " + list).err.size(), counted.err.size());
 }
