@@ -7,17 +7,6 @@
 namespace larkstone {
 namespace {
 
-TEST(RankingTest, EqualKeysShareAPlaceAndKeepTheirOrder) {
-  const std::vector<int> keys = {100, 100, 90};
-  const std::vector<bool> all(3, true);
-  const Ranking up = ranked(keys, all, true);
-  EXPECT_EQ(up.newIndex, (TranslationTable{1, 2, 0}));
-  EXPECT_EQ(up.place, (std::vector<std::int16_t>{2, 2, 1}));
-  const Ranking down = ranked(keys, all, false);
-  EXPECT_EQ(down.newIndex, (TranslationTable{1, 0, 2}));
-  EXPECT_EQ(down.place, (std::vector<std::int16_t>{1, 1, 3}));
-}
-
 TEST(RankingTest, AgreesWithTheDefinitionOnRandomKeys) {
   std::mt19937 random(20260503);
   for (int round = 0; round < 200; ++round) {

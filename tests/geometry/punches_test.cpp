@@ -87,25 +87,11 @@ TEST(PunchesTest, CommonControlsTreatRepeatedOnesAsFixedPoints) {
   EXPECT_EQ(timesOf(common), (Times{0, 0, 0}));
 }
 
-TEST(PunchesTest, ConversionsKeepCodesTimesAndFlags) {
-  LRKPunches list = punches("S-31-F", {10, 20, 40});
-  list.isEstimated(1, true);
-  const LRKLegs legs = list.toLegs();
-  ASSERT_EQ(legs.count(), 2);
-  EXPECT_EQ(legs.beginTime(1), 2000);
-  EXPECT_EQ(legs.endTime(1), 4000);
-  EXPECT_EQ(legs.beginPunchIndex(1), 1);
-  EXPECT_EQ(legs.endPunchIndex(1), 2);
-  EXPECT_TRUE(legs.endTimeIsEstimated(0));
-  EXPECT_TRUE(legs.beginTimeIsEstimated(1));
-  EXPECT_FALSE(legs.endTimeIsEstimated(1));
-  EXPECT_EQ(list.toCodes().runnerCount(), 1);
+TEST(PunchesTest, ConversionsTextsAndSearches) {
   EXPECT_EQ(LRKPunches().toLegs().count(), 0);
   EXPECT_EQ(punches("31").toLegs().count(), 0);
-}
-
-TEST(PunchesTest, TextsAndSearches) {
   const LRKPunches list = punches("S2-31-32-31-F");
+  EXPECT_EQ(list.toCodes().runnerCount(), 1);
   EXPECT_EQ(list.codesToString(), "S2-31-32-31-F");
   EXPECT_EQ(list.codesToString("Start", "Ziel", "#", ecscForceHideIndex, " "),
             "Start #31 #32 #31 Ziel");
