@@ -1,5 +1,6 @@
 #include <functional>
 #include <limits>
+#include <tuple>
 #include <type_traits>
 
 #include <gtest/gtest.h>
@@ -164,13 +165,8 @@ TEST(SortTest, ValuesThatAreNotSetAreEmpty) {
 TEST(SortTest, NumericKeysKeepInvalidRunnersLast) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double inf = std::numeric_limits<double>::infinity();
-  struct Row {
-    std::vector<double> keys;
-    std::vector<bool> valid;
-    bool ascending;
-    const char* order;
-    Ints places;
-  };
+  // Keys, whether they are valid, whether they ascend, the order and the places.
+  using Row = std::tuple<std::vector<double>, std::vector<bool>, bool, const char*, Ints>;
   const Row rows[] = {
       {{5, 7, 9, 5}, {true, false, true, true}, false, "CADB", {1, 2, 2, 0}},
       {{5, 7, 9, 5}, {true, false, true, true}, true, "ADCB", {1, 1, 3, 0}},
@@ -179,14 +175,14 @@ TEST(SortTest, NumericKeysKeepInvalidRunnersLast) {
       {{3, 2}, {true, true, true, true}, true, "BACD", {1, 2, 0, 0}},  // too short
       {{}, {}, true, "ABCD", {0, 0, 0, 0}},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.order);
+  for (const auto& [keys, valid, ascending, expected, places] : rows) {
+    SCOPED_TRACE(expected);
     LRKCourse course = courseOf("ABCD");
-    course.sortRunnersByNumericArray(row.keys, row.valid, row.ascending);
-    EXPECT_EQ(order(course), row.order);
-    EXPECT_EQ(sortPlaces(course), row.places);
+    course.sortRunnersByNumericArray(keys, valid, ascending);
+    EXPECT_EQ(order(course), expected);
+    EXPECT_EQ(sortPlaces(course), places);
     EXPECT_EQ(course.sortedBy(), esorCustom);
-    EXPECT_EQ(course.sortedAscending(), row.ascending);
+    EXPECT_EQ(course.sortedAscending(), ascending);
   }
 }
 

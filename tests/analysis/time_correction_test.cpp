@@ -10,9 +10,8 @@ using namespace test;
 TEST(TimeCorrectionTest, SpreadsPunchesThatAreOutOfOrder) {
   struct Row {
     const char* codes;
-    Ints seconds;
-    Ints other;     // a second runner, none for an empty list
-    Ints expected;  // in hundredths
+    Ints seconds, other;  // of the second runner: none for an empty list
+    Ints expected;        // in hundredths
   };
   const char* const four = "S-31-32-33-F";
   const char* const five = "S-31-32-33-34-F";

@@ -21,9 +21,8 @@ Times lossesOf(const LRKRunner& runner) {
 TEST(TimeLossTest, IsWhatALegTookMoreThanExpected) {
   struct Row {
     enmTimeLossCalculationMethod method;
-    Ints first;  // seconds of the legs, the top and best times
-    Ints second;
-    Times losses;  // of the second
+    Ints first, second;  // seconds of the legs, the first's are the top and best times
+    Times losses;        // of the second
     float percent = 0.2F;
     Time time = 2000;
     bool both = true;
@@ -121,10 +120,7 @@ TEST(PerformanceTest, IndicesAgainstTopTimes) {
   course.topPercentile(bestOnly);
   course.calculate(flagsOf(eccfTimeLoss | eccfPerformanceIndices));
   struct Row {
-    float leg[3];
-    float total[3];
-    float course;
-    float withoutTimeLoss;
+    float leg[3], total[3], course, withoutTimeLoss;
   };
   const Row rows[] = {
       {{1, 1, 1}, {1, 1, 1}, 1, 1},

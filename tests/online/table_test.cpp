@@ -1,5 +1,6 @@
 #include "larkstone/online/table.hpp"
 
+#include <algorithm>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -191,16 +192,17 @@ function highlight(row, on) { var i=0; var j; var r; var c; while (1) { if(!(r =
   EXPECT_THAT(table.styleString(), HasSubstr("text-align:center;vertical-align:;padding:0px"));
 }
 
-LRKRunner named(const char* first, const char* last, int finish) {
-  LRKRunner result = runner("S-31-F", {0, 300 - finish, finish});
+LRKRunner named(const char* first, const char* last, LRKRunner result) {
   result.firstName(first);
   result.lastName(last);
   return result;
 }
 
 TEST(TableTest, OrderOfTheRunnersAndMarkedHeadings) {
-  LRKCourse course = courseOf({named("Eva", "Berg", 201), named("Åke", "Alm", 200),
-                               named("Ada", "Berg", 202), named("Bo", "Alm", 203)});
+  const auto finishing = [](int time) { return runner("S-31-F", {0, 300 - time, time}); };
+  LRKCourse course =
+      courseOf({named("Eva", "Berg", finishing(201)), named("Åke", "Alm", finishing(200)),
+                named("Ada", "Berg", finishing(202)), named("Bo", "Alm", finishing(203))});
   clsLarkstoneOnlineTable table = tableOf(course);
   table.baseURL("/");
   table.passingEndTimes(true);
@@ -337,6 +339,14 @@ TEST(TableTest, MispuncherInTheTable) {
   EXPECT_EQ(contents(table, 5), "&nbsp; 1.10 2 &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; ");
 }
 
+// The table as text, with a bar for each tab.
+std::string textOf(clsLarkstoneOnlineTable& table) {
+  table.createTextTable();
+  std::string text = table.textTableString();
+  std::replace(text.begin(), text.end(), '\t', '|');
+  return text;
+}
+
 // Cy misses 31, and a tab and a line end in names stay within their cells.
 TEST(TableTest, AsText) {
   LRKRunner ada = runner("S-31-F", {36000, 36060, 36150}, "Ada\tA");
@@ -347,24 +357,25 @@ TEST(TableTest, AsText) {
   clsLarkstoneOnlineTable table = tableOf(course);
   table.sort(esorTotalTime, 1);
   table.relativeLegTimes(true);
-  table.createTextTable();
-  EXPECT_EQ(table.textTableString(),
-            "place\tname\tfinishTimeDifference\tstartName-1 (31)\t1-finishName\tname\r\n"
-            "\tclub\t\t\t\tclub\r\n"
-            "1\tBo\t+0.00\t+0.10\t+0.00\tBo\r\n\t\t\t1.10\t2.20\t\r\n"
-            "2\tAda A\t+0.10\t+0.00\t+0.20\tAda A\r\n"
-            "\tR&D \"1\"\t\t1.00\t2.30\tR&D \"1\"\r\n"
-            "\tCy\tstatus_disq\t\t\tCy\r\n\t\t\t\t\t\r\n");
+  EXPECT_EQ(textOf(table),
+            lines(R"(place|name|finishTimeDifference|startName-1 (31)|1-finishName|name
+|club||||club
+1|Bo|+0.00|+0.10|+0.00|Bo
+|||1.10|2.20|
+2|Ada A|+0.10|+0.00|+0.20|Ada A
+|R&D "1"||1.00|2.30|R&D "1"
+|Cy|status_disq|||Cy
+|||||
+)"));
   table.relativeLegTimes(false);
   table.passingEndTimes(true);
   table.showPlaces(true);
   table.showStartTimes(true);
   table.showFinishTimes(true);
-  table.createTextTable();
-  EXPECT_THAT(table.textTableString(),
-              HasSubstr("\t2.30\t+0.10\t1.00\t(1)\t1.30\t(2)\tAda A\r\n\tR&D \"1\"\t\t\t\t"
-                        "10:01.00\t(1)\t10:02.30\t(1)\tR&D"));
-  EXPECT_THAT(table.textTableString(), HasSubstr("Cy\t10:00.00\t\tstatus_disq\t\t\t\t\tCy"));
+  const std::string text = textOf(table);
+  EXPECT_THAT(text, HasSubstr("|2.30|+0.10|1.00|(1)|1.30|(2)|Ada A\r\n"
+                              "|R&D \"1\"||||10:01.00|(1)|10:02.30|(1)|R&D"));
+  EXPECT_THAT(text, HasSubstr("Cy|10:00.00||status_disq|||||Cy"));
 }
 
 // A runner whose punches have times in tenths of a second.
@@ -379,17 +390,14 @@ LRKRunner inTenths(std::string_view codes, const std::vector<int>& tenths) {
 // Legs: Ann 60.1 50.2 40.2, Bo 70.0 40.3 40.2, Cy 60.1 3640.3 150.6 s, and Eva, of whom no start
 // is known, 50.2 and 40.0 s behind 31. Ann and Bo share the win; Cy comes 3700.5 s behind.
 TEST(TableTest, TenthsTiesAndRunnersWhoAreHalfKnown) {
-  LRKRunner ann = inTenths("S-31-32-F", {360000, 360601, 361103, 361505});
-  ann.firstName("Ann");
-  ann.lastName("Ask");
   LRKRunner bo = inTenths("S-31-32-F", {360600, 361300, 361703, 362105});
   bo.name("Bo Zed");
-  LRKRunner cy = inTenths("S-31-32-F", {361200, 361801, 398204, 399710});
-  cy.firstName("Cy");
-  cy.lastName("Dal");
   LRKRunner eva = inTenths("31-32-F", {362000, 362502, 362902});
   eva.name("Eva");
-  LRKCourse course = courseOf({cy, eva, bo, ann}, false);
+  LRKCourse course =
+      courseOf({named("Cy", "Dal", inTenths("S-31-32-F", {361200, 361801, 398204, 399710})), eva,
+                bo, named("Ann", "Ask", inTenths("S-31-32-F", {360000, 360601, 361103, 361505}))},
+               false);
   course.timeAccuracy(etacTenthsSeconds);
   course.calculate();
   clsLarkstoneOnlineTable table = tableOf(course);
@@ -398,25 +406,17 @@ TEST(TableTest, TenthsTiesAndRunnersWhoAreHalfKnown) {
   table.showFinishTimes(true);
   table.timeStyle(etstMS);
   table.sort(esorTotalTime, 2);
-  table.createTextTable();
-  EXPECT_THAT(
-      table.textTableString(),
-      ::testing::EndsWith(
-          "1\tBo Zed\t10:01.00,0\t2.30,5\t+0.00,0\t1.10,0\t(3)\t0.40,3\t(1)\t0.40,2\t(2)\tBo "
-          "Zed\r\n"
-          "\t\t\t\t\t1.10,0\t(3)\t1.50,3\t(1)\t2.30,5\t(1)\t\r\n"
-          "1\tAnn Ask\t10:00.00,0\t2.30,5\t+0.00,0\t1.00,1\t(1)\t0.50,2\t(2)\t0.40,2\t(2)\tAnn "
-          "Ask\r\n"
-          "\t\t\t\t\t1.00,1\t(1)\t1.50,3\t(1)\t2.30,5\t(1)\t\r\n"
-          "3\tCy Dal\t10:02.00,0\t64.11,0\t+61.40,5\t1.00,1\t(1)\t60.40,3\t(4)\t2.30,6\t(4)\tCy "
-          "Dal\r\n"
-          "\t\t\t\t\t1.00,1\t(1)\t61.40,4\t(3)\t64.11,0\t(3)\t\r\n"
-          "\tEva\t\t\t-\t\t\t0.50,2\t(2)\t0.40,0\t(1)\tEva\r\n"
-          "\t\t\t\t\t\t\t\t\t\t\t\r\n"));
-  EXPECT_EQ(contents(table, 6),
-            "3 Cy Dal 10:02.00,0 64.11,0 +61.40,5 1.00,1 1 60.40,3 4 2.30,6 4 "
-            "Cy Dal ");
-  EXPECT_EQ(contents(table, 7), "&nbsp; 1.00,1 1 61.40,4 3 64.11,0 3 &nbsp; ");
+  EXPECT_THAT(textOf(table),
+              ::testing::EndsWith(lines(
+                  R"(1|Bo Zed|10:01.00,0|2.30,5|+0.00,0|1.10,0|(3)|0.40,3|(1)|0.40,2|(2)|Bo Zed
+|||||1.10,0|(3)|1.50,3|(1)|2.30,5|(1)|
+1|Ann Ask|10:00.00,0|2.30,5|+0.00,0|1.00,1|(1)|0.50,2|(2)|0.40,2|(2)|Ann Ask
+|||||1.00,1|(1)|1.50,3|(1)|2.30,5|(1)|
+3|Cy Dal|10:02.00,0|64.11,0|+61.40,5|1.00,1|(1)|60.40,3|(4)|2.30,6|(4)|Cy Dal
+|||||1.00,1|(1)|61.40,4|(3)|64.11,0|(3)|
+|Eva|||-|||0.50,2|(2)|0.40,0|(1)|Eva
+|||||||||||
+)")));
   EXPECT_EQ(contents(table, 8), "&nbsp; Eva &nbsp; &nbsp; - &nbsp; &nbsp; 0.50,2 2 0.40,0 1 Eva ");
   EXPECT_EQ(contents(table, 9), "&nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; &nbsp; ");
   // By last name, where there is none by name alone.
@@ -426,11 +426,9 @@ TEST(TableTest, TenthsTiesAndRunnersWhoAreHalfKnown) {
 }
 
 TEST(TableTest, StartTimesThatAreNotKnownStayEmpty) {
-  const auto starts = [](std::initializer_list<int> seconds) {
-    LRKCategory category;
-    for (const int start : seconds) category.addRunner(runner("S-F", {start, 9000}));
-    LRKCourse course = category.toCourse(erqlAtLeastOne, false, false);
-    course.calculate();
+  const auto starts = [](int first, int second, int third) {
+    LRKCourse course = courseOf({runner("S-F", {first, 9000}), runner("S-F", {second, 9000}),
+                                 runner("S-F", {third, 9000})});
     clsLarkstoneOnlineTable table = tableOf(course);
     table.showStartTimes(true);
     std::string shown;
@@ -440,8 +438,8 @@ TEST(TableTest, StartTimesThatAreNotKnownStayEmpty) {
     }
     return shown;
   };
-  EXPECT_EQ(starts({0, -1, 0}), "&nbsp; &nbsp; &nbsp; ");
-  EXPECT_EQ(starts({0, -1, 61}), "0:00.00 &nbsp; 0:01.01 ");
+  EXPECT_EQ(starts(0, -1, 0), "&nbsp; &nbsp; &nbsp; ");
+  EXPECT_EQ(starts(0, -1, 61), "0:00.00 &nbsp; 0:01.01 ");
 }
 
 TEST(TableTest, NothingToShow) {
