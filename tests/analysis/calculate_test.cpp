@@ -13,16 +13,12 @@ namespace {
 
 using namespace test;
 
-struct Reports {
-  std::string messages;
-  std::vector<float> values;
-};
-
-Reports reportsOf(LRKCourse& course, int flags) {
-  Reports reports;
+// The messages and the values of a calculation.
+std::pair<std::string, std::vector<float>> reportsOf(LRKCourse& course, int flags) {
+  std::pair<std::string, std::vector<float>> reports;
   course.onAction([&reports](std::string_view message, float value) {
-    reports.messages += std::string(message) + ",";
-    reports.values.push_back(value);
+    reports.first += std::string(message) + ",";
+    reports.second.push_back(value);
   });
   course.calculate(flagsOf(flags));
   return reports;
@@ -44,7 +40,7 @@ TEST(CalculateTest, TellsItsStagesInOrder) {
     LRKCourse course = courseByLegs("S-31-F", {{60, 60}, {70, 70}});
     course.timeLossCalculationMethod(static_cast<enmTimeLossCalculationMethod>(method));
     course.timesWithoutTimeLoss(withoutTimeLoss);
-    EXPECT_EQ(reportsOf(course, flags).messages, "start calculate," + messages + "end calculate,");
+    EXPECT_EQ(reportsOf(course, flags).first, "start calculate," + messages + "end calculate,");
     EXPECT_TRUE(course.calculated());
     EXPECT_EQ(course.calculationFlags(), flags);
   }
@@ -59,7 +55,7 @@ TEST(CalculateTest, TellsHowMuchIsDone) {
   const double shares[] = {0.496, 0.225072, 0.00332, 0.2, 0.1, 1.33, 0.901023, 0.361871};
   double total = 0;
   for (const double share : shares) total += share;
-  const std::vector<float> values = reportsOf(course, 23).values;
+  const std::vector<float> values = reportsOf(course, 23).second;
   ASSERT_EQ(values.size(), 16);
   EXPECT_NEAR(values[2], (shares[0] + shares[1] / 2) / total, 1e-6);
   const std::size_t ends[] = {1, 3, 4, 6, 8, 10, 12, 14};  // all but two come in halves
@@ -69,14 +65,14 @@ TEST(CalculateTest, TellsHowMuchIsDone) {
     EXPECT_NEAR(values[ends[i]], done / total, 1e-6) << i;
   }
   // The following stage, 0.335 ln 2 + 0.222, has its share in the whole.
-  EXPECT_NEAR(reportsOf(course, 31).values[1], 0.496 / (total + 0.454204), 1e-6);
+  EXPECT_NEAR(reportsOf(course, 31).second[1], 0.496 / (total + 0.454204), 1e-6);
 }
 
 TEST(CalculateTest, WithoutRunnersItIsDoneAtOnce) {
   LRKCourse course = emptyCourse("S-31-F");
-  const Reports reports = reportsOf(course, eccfComplete);
-  EXPECT_EQ(reports.messages, "start calculate,end calculate,");
-  EXPECT_EQ(reports.values, (std::vector<float>{0, 1}));
+  const auto [messages, values] = reportsOf(course, eccfComplete);
+  EXPECT_EQ(messages, "start calculate,end calculate,");
+  EXPECT_EQ(values, (std::vector<float>{0, 1}));
   EXPECT_TRUE(course.calculated());
   EXPECT_EQ(course.legTopTime(1), none);
   EXPECT_EQ(course.averageTime(1, elstTotal), none);

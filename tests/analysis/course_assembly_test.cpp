@@ -57,9 +57,8 @@ TEST(CourseAssemblyTest, AcceptsRunnersByThePolicy) {
     for (int required = 0; required < 4; ++required) {
       SCOPED_TRACE(std::string(row.run) + " " + std::string(row.allowed));
       LRKCourse course = emptyCourse(row.course);
-      course.runnerAdditionStyleRequiredLegs(static_cast<enmRequiredLegs>(required));
-      course.runnerAdditionStyleAllowRearrangement(row.allowed.starts_with('r'));
-      course.runnerAdditionStyleAllowMerging(row.allowed.ends_with('m'));
+      course.setRunnerAdditionStyle(static_cast<enmRequiredLegs>(required),
+                                    row.allowed.starts_with('r'), row.allowed.ends_with('m'));
       const bool accepted = course.addRunner(runnerAsWritten(row.run));
       EXPECT_EQ(accepted, row.valueUsed[required] != no) << required;
       if (!accepted) continue;
