@@ -225,15 +225,5 @@ TEST(CourseConversionTest, ACategoryBecomesACourseAndACourseACategory) {
   EXPECT_EQ(LRKCategory().toCourse(erqlExactlyAll, false, false).noOfLegs(), 0);
 }
 
-TEST(CourseConversionTest, ARunnerWithoutAStartPunchIsFoundThroughTheOthers) {
-  // 99 comes where the others have the start, so it counts as the start.
-  LRKCourse course = categoryOf({"S-31-32-F", "99-31-32-F"}).toCourse(erqlExactlyAll, true, false);
-  EXPECT_EQ(course.codesEqualToStart().toString(), "99");
-  EXPECT_EQ(course.noOfRunners(), 2);
-  EXPECT_FALSE(course.addRunner(runner("97-31-32-F")));
-  course.runnerAdditionStyleAllowRearrangement(false);
-  EXPECT_FALSE(course.addRunner(runner("99-31-32-F")));
-}
-
 }  // namespace
 }  // namespace larkstone
