@@ -153,8 +153,10 @@ bool hasHeader(const std::string& path) {
 
 std::int32_t firstDetected(const FileProbe& probe, std::optional<bool>& headed) {
   for (const Format& format : splitTimeFormats()) {
-    if (format.isWordSearch && !headed) headed = hasHeader(probe.path);
-    if (format.isWordSearch && *headed) continue;
+    if (format.evidence == Evidence::words) {
+      if (!headed) headed = hasHeader(probe.path);
+      if (*headed) continue;
+    }
     if (const std::int32_t code = format.detect(probe)) return code;
   }
   return 0;

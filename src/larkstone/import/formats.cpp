@@ -7,29 +7,31 @@ namespace larkstone {
 namespace {
 
 constexpr Format splitTimes[] = {
-    {LRK_IMPORT_CSV, detectCsv, readCsv},
-    {LRK_IMPORT_XML, detectIofXml, readIofXml},
-    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareSplits, readSportSoftwareSplits, true},
-    {LRK_IMPORT_OLA_HTML, detectOla, readOlaHtml},
-    {LRK_IMPORT_ETIMING_HTML, detectETiming, readETimingHtml, true},
-    {LRK_IMPORT_PEKKA_PIRILA_HTML, detectPekkaPirilaHtml, readPekkaPirilaHtml, true},
-    {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, detectStandardText, readStandardText},
-    {LRK_IMPORT_SOLV_HTML, detectSolv, readSolvHtml, true},
-    {LRK_IMPORT_PEKKA_PIRILA_XML, detectPekkaPirilaXml, readPekkaPirilaXml, true},
+    {LRK_IMPORT_CSV, Evidence::form, detectCsv, readCsv},
+    {LRK_IMPORT_XML, Evidence::form, detectIofXml, readIofXml},
+    {LRK_IMPORT_SPORT_SOFTWARE_HTML_TEXT, Evidence::words, detectSportSoftwareSplits,
+     readSportSoftwareSplits},
+    {LRK_IMPORT_OLA_HTML, Evidence::form, detectOla, readOlaHtml},
+    {LRK_IMPORT_ETIMING_HTML, Evidence::words, detectETiming, readETimingHtml},
+    {LRK_IMPORT_PEKKA_PIRILA_HTML, Evidence::words, detectPekkaPirilaHtml, readPekkaPirilaHtml},
+    {LRK_IMPORT_LARKSTONE_STANDARD_TEXT, Evidence::form, detectStandardText, readStandardText},
+    {LRK_IMPORT_SOLV_HTML, Evidence::words, detectSolv, readSolvHtml},
+    {LRK_IMPORT_PEKKA_PIRILA_XML, Evidence::words, detectPekkaPirilaXml, readPekkaPirilaXml},
 };
 
 constexpr Format startlists[] = {
-    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, detectSportSoftwareCredit,
+    {LRK_IMPORT_STARTLIST_SPORT_SOFTWARE_HTML_TEXT, Evidence::form, detectSportSoftwareCredit,
      readSportSoftwareStartlist},
-    {LRK_IMPORT_STARTLIST_OLA_HTML, detectOla, readOlaStartlist},
-    {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, detectPekkaPirilaStartlist, readPekkaPirilaStartlist},
+    {LRK_IMPORT_STARTLIST_OLA_HTML, Evidence::form, detectOla, readOlaStartlist},
+    {LRK_IMPORT_STARTLIST_PEKKA_PIRILA_HTML, Evidence::form, detectPekkaPirilaStartlist,
+     readPekkaPirilaStartlist},
 };
 
 constexpr Format byNameOnly[] = {
-    {LRK_IMPORT_LRK_LRK3, nullptr, readLrk3},
-    {LRK_IMPORT_CSV_OE200X, nullptr, readCsvIndividual},
-    {LRK_IMPORT_CSV_OS200X, nullptr, readCsvRelay},
-    {LRK_IMPORT_CSV_SIMAN, nullptr, readCsvSiMan},
+    {LRK_IMPORT_LRK_LRK3, Evidence::form, nullptr, readLrk3},
+    {LRK_IMPORT_CSV_OE200X, Evidence::form, nullptr, readCsvIndividual},
+    {LRK_IMPORT_CSV_OS200X, Evidence::form, nullptr, readCsvRelay},
+    {LRK_IMPORT_CSV_SIMAN, Evidence::form, nullptr, readCsvSiMan},
 };
 
 }  // namespace

@@ -10,11 +10,15 @@
 
 namespace larkstone {
 
+/// What a detector goes by: the form that a file has in certain places, or words anywhere at its
+/// start, which may as well stand in the rows of another list.
+enum class Evidence : std::uint8_t { form, words };
+
 struct Format {
   enmImportConstants code;
-  Detector detect;            ///< none: chosen by name only
-  Reader read;                ///< none: not read
-  bool isWordSearch = false;  ///< the detector looks for words anywhere at the start of a file
+  Evidence evidence;
+  Detector detect;  ///< none: chosen by name only
+  Reader read;      ///< none: not read
 };
 
 /// Split-time formats that import() takes, in the order of detection.

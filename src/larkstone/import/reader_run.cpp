@@ -70,6 +70,7 @@ void ReaderRun::endRelay() {
 // The places by time are those that the event shows.
 void ReaderRun::notePlaces(const LRKCategory& teams) {
   std::vector<Time> times;
+  times.reserve(static_cast<std::size_t>(teams.noOfRunners()));
   for (int i = 0; i < teams.noOfRunners(); ++i) times.push_back(teams.runner(i).resultTime());
   std::sort(times.begin(), times.end());
   for (int i = 0; i < teams.noOfRunners(); ++i) {
