@@ -1,7 +1,5 @@
 #include "larkstone/model/runner.hpp"
 
-#include <tuple>
-
 #include <gtest/gtest.h>
 
 #include "support/build.hpp"
@@ -279,7 +277,12 @@ TEST(RunnerTest, ClonesCarryWhatIsSetAndNoResults) {
 
 TEST(RunnerTest, PropertiesByTag) {
   LRKRunner r = runner("S-31-F");
-  const std::tuple<enmFileTag, TagValue, bool> rows[] = {
+  struct Row {
+    enmFileTag tag;
+    TagValue value;
+    bool set;
+  };
+  const Row rows[] = {
       {etagRunnerPunches, 3, true},
       {etagRunnerStatus, int{estaOK}, true},
       {etagRunnerClub, "", false},
