@@ -95,8 +95,6 @@ int exitCodeOf(std::int32_t importCode, const std::string& file, const CommonOpt
   return exitFailed;
 }
 
-namespace {
-
 int noOfRunners(const LRKEvent& event) {
   int runners = 0;
   for (int i = 0; i < event.noOfCategories(); ++i) {
@@ -105,6 +103,8 @@ int noOfRunners(const LRKEvent& event) {
   }
   return runners;
 }
+
+namespace {
 
 std::string emptyListText(int classes) {
   if (classes == 0) return "there is no runner in it, and no class";

@@ -46,6 +46,9 @@ int importInto(LRKEvent& event, const std::string& file, const ImportOptions& im
 /// The folder for working files, in the library's form.
 std::string workingFolder();
 
+/// Of all categories.
+int noOfRunners(const LRKEvent& event);
+
 /// An open event, or none and the exit code.
 struct EventInput {
   std::unique_ptr<LRKEvent> event;

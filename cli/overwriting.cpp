@@ -18,11 +18,7 @@ bool holdsRunners(const std::string& file, std::int32_t format) {
   event.tempFilePath(workingFolder());
   event.createNewEvent({}, true);
   LRKImport().import(format, event, file);
-  for (int i = 0; i < event.noOfCategories(); ++i) {
-    const TagValue runners = event.extractCategoryTag(i, etagCategoryNoOfRunners);
-    if (fromTagValue<int>(runners).value_or(0) > 0) return true;
-  }
-  return false;
+  return noOfRunners(event) > 0;
 }
 
 // The programs that write pages are told by their names, which may stand in any page: one of theirs
