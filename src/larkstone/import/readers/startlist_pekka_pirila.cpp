@@ -13,6 +13,8 @@
 // card) are passed over.
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <vector>
 
 #include "larkstone/core/text.hpp"
@@ -28,6 +30,8 @@ namespace larkstone {
 namespace {
 
 constexpr auto nowhere = std::string_view::npos;
+// A line of more times is none of a list of stages.
+constexpr std::size_t mostStages = 100;
 
 struct ListLine {
   std::vector<std::string> texts;
@@ -45,6 +49,7 @@ bool isTimeOrNone(std::string_view word) {
 ListLine listLineOf(std::string_view line) {
   ListLine result;
   std::size_t lastText = nowhere;  // where the last word of a text ended
+  std::ptrdiff_t timesBefore = 0;  // the last text
   for (const Word& word : wordsOf(line)) {
     if (isTimeOrNone(word.text)) {
       result.times.push_back(word);
@@ -56,7 +61,11 @@ ListLine listLineOf(std::string_view line) {
       }
       lastText = word.end;
       // Dashes before it belong to the text.
-      std::erase_if(result.times, [](const Word& time) { return isDashes(time.text); });
+      const auto dashes = [](const Word& time) { return isDashes(time.text); };
+      result.times.erase(
+          std::remove_if(result.times.begin() + timesBefore, result.times.end(), dashes),
+          result.times.end());
+      timesBefore = std::ssize(result.times);
     }
   }
   return result;
@@ -70,6 +79,7 @@ bool isVacant(std::string_view line) {
 class StageColumns {
  public:
   void learn(const std::vector<Word>& times) {
+    if (times.size() > mostStages) return;
     if (times.size() > columns_.size()) columns_.assign(times.size(), {nowhere, 0});
     if (times.size() < columns_.size()) return;
     for (std::size_t i = 0; i < times.size(); ++i) {
